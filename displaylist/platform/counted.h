@@ -40,8 +40,8 @@ class LM_Handle {
   }
   LM_Handle(const LM_Handle& other) noexcept : LM_Handle(other.m_object) {}
   template <class Derived>
-    requires std::derived_from<Derived, T>
-  LM_Handle(const LM_Handle<Derived>& other) noexcept : LM_Handle(other.get()) {}
+  requires std::derived_from<Derived, T> LM_Handle(const LM_Handle<Derived>& other)
+  noexcept : LM_Handle(other.get()) {}
   LM_Handle(LM_Handle&& other) noexcept : m_object(std::exchange(other.m_object, nullptr)) {}
   LM_Handle& operator=(LM_Handle other) noexcept {
     std::swap(m_object, other.m_object);

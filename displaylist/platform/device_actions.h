@@ -48,26 +48,26 @@ using LM_Area_Action = LM_Device_Action<const LM_DCI_Point*, const LM_DCI_Point*
                                         double, const LM_RGB32*>;
 
 /// Every device action, by name and shape: `X(name, action type)`.
-#define LM_DEVICE_ACTIONS(X)                                    \
-  X(dot_clipped, LM_Dot_Action)                                 \
-  X(dot_unclipped, LM_Dot_Action)                               \
-  X(polyline_clipped, LM_Points_Action)                         \
-  X(polyline_unclipped, LM_Points_Action)                       \
-  X(gouraud_polyline_clipped, LM_Colored_Points_Action)         \
-  X(gouraud_polyline_unclipped, LM_Colored_Points_Action)       \
-  X(polygon_clipped, LM_Polygon_Action)                         \
-  X(polygon_unclipped, LM_Polygon_Action)                       \
-  X(triangle_strip_clipped, LM_Points_Action)                   \
-  X(triangle_strip_unclipped, LM_Points_Action)                 \
-  X(gouraud_triangle_strip_clipped, LM_Colored_Points_Action)   \
-  X(textured_triangle_strip_clipped, LM_Textured_Strip_Action)  \
+#define LM_DEVICE_ACTIONS(X)                                     \
+  X(dot_clipped, LM_Dot_Action)                                  \
+  X(dot_unclipped, LM_Dot_Action)                                \
+  X(polyline_clipped, LM_Points_Action)                          \
+  X(polyline_unclipped, LM_Points_Action)                        \
+  X(gouraud_polyline_clipped, LM_Colored_Points_Action)          \
+  X(gouraud_polyline_unclipped, LM_Colored_Points_Action)        \
+  X(polygon_clipped, LM_Polygon_Action)                          \
+  X(polygon_unclipped, LM_Polygon_Action)                        \
+  X(triangle_strip_clipped, LM_Points_Action)                    \
+  X(triangle_strip_unclipped, LM_Points_Action)                  \
+  X(gouraud_triangle_strip_clipped, LM_Colored_Points_Action)    \
+  X(textured_triangle_strip_clipped, LM_Textured_Strip_Action)   \
   X(textured_triangle_strip_unclipped, LM_Textured_Strip_Action) \
-  X(marker_clipped, LM_Points_Action)                           \
-  X(marker_unclipped, LM_Points_Action)                         \
-  X(image_clipped, LM_Image_Action)                             \
-  X(image_unclipped, LM_Image_Action)                           \
-  X(elliptical_arc, LM_Arc_Action)                              \
-  X(elliptical_arc_colored, LM_Arc_Action)                      \
+  X(marker_clipped, LM_Points_Action)                            \
+  X(marker_unclipped, LM_Points_Action)                          \
+  X(image_clipped, LM_Image_Action)                              \
+  X(image_unclipped, LM_Image_Action)                            \
+  X(elliptical_arc, LM_Arc_Action)                               \
+  X(elliptical_arc_colored, LM_Arc_Action)                       \
   X(elliptical_area, LM_Area_Action)
 
 /// What a renderer does with device geometry. Points are read only during the
@@ -84,8 +84,7 @@ struct LM_Device_Actions {
 template <auto Member>
 struct LM_Bound_Action;
 
-template <class Device, class... Arguments,
-          void (Device::*Member)(LM_Rendition*, Arguments...)>
+template <class Device, class... Arguments, void (Device::*Member)(LM_Rendition*, Arguments...)>
 struct LM_Bound_Action<Member> {
   static void call(void* device, LM_Rendition* rendition, Arguments... arguments) {
     (static_cast<Device*>(device)->*Member)(rendition, arguments...);

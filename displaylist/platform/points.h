@@ -26,7 +26,7 @@ static_assert(sizeof(LM_Point) == 12);
 /// the default renderer reads 0xTTRRGGBB, where TT is the transparency
 /// (0 opaque, 0xFF invisible).
 struct LM_RGB32 {
-  std::uint32_t word = 0;
+  std::uint32_t word;
 
   friend bool operator==(const LM_RGB32&, const LM_RGB32&) = default;
 };

@@ -65,7 +65,7 @@ struct LM_Text_Attributes : LM_Counted {
 
 /// What a rendition refers to. Shared by count, cloned on write.
 struct LM_Rendition_Data : LM_Counted {
-  LM_RGB32 color;
+  LM_RGB32 color{};
   LM_Clip_Rectangle clip_rectangle;
   LM_Line_Style line_style;
   LM_Contour_Set complex_clip;

@@ -1,0 +1,40 @@
+#include "displaylist/catalogue.h"
+
+namespace DL {
+
+bool palettize(Drawable& drawable) {
+  const void* type = drawable.type();
+#define DL_PALETTIZE(Class)                                     \
+  if (type == Class::my_type()) {                               \
+    class_change::become<PalettizedDrawable<Class>>(&drawable); \
+    return true;                                                \
+  }
+  DL_PALETTIZED_CLASSES(DL_PALETTIZE)
+#undef DL_PALETTIZE
+  return false;
+}
+
+Drawable* construct_built_in(std::uint32_t class_tag, LumenHeap* heap) {
+  switch (class_tag) {
+#define DL_CONSTRUCT(Class, value) \
+  case value:                      \
+    return new (heap) Class(class_change::kUnfilled);
+    DL_STORED_CLASSES(DL_CONSTRUCT)
+#undef DL_CONSTRUCT
+    default:
+      return nullptr;
+  }
+}
+
+bool is_built_in(std::uint32_t class_tag) {
+  switch (class_tag) {
+#define DL_CASE(Class, value) case value:
+    DL_STORED_CLASSES(DL_CASE)
+#undef DL_CASE
+    return true;
+    default:
+      return false;
+  }
+}
+
+}  // namespace DL

@@ -1,0 +1,210 @@
+#pragma once
+
+#include <cstdint>
+
+#include "displaylist/core/geometry.h"
+#include "displaylist/platform/export.h"
+#include "displaylist/platform/memory.h"
+#include "displaylist/platform/points.h"
+#include "displaylist/platform/renderer.h"
+#include "displaylist/platform/rendition.h"
+
+namespace DL {
+
+class DisplayList;
+class DisplayListMultithread;
+class Drawable;
+class Group;
+class OpenBottomGroup;
+struct RecordChain;
+
+/// Tells whether drawing may go on: false stops it.
+using InterruptTest = bool (*)(void* context, DisplayList* list);
+
+/// A retained drawing: drawables in 32-bit logical coordinates, kept in drawing
+/// order in a tree of groups, and the transform that maps them to a device.
+///
+/// A new list is valid and empty: its root is an open bottom group over the
+/// whole 32-bit plane. The client sets the public fields; the operations rely
+/// on what each field's comment requires. A list owns its groups and through
+/// them every drawable added; the destructor destroys them all. One thread at a
+/// time uses a list; worker threads (m_pMultithread) only draw.
+class DISPLAYLIST_API DisplayList {
+ public:
+  /// The capacity of the open group in a new list.
+  static constexpr std::int32_t kDefaultCapacity = 64;
+  /// The deepest level at which the open group of a new list still splits.
+  static constexpr std::int32_t kDefaultDeepestLevel = 20;
+
+  /// An empty list whose groups are allocated from `heap` (null: the default
+  /// heap), which outlives the list.
+  explicit DisplayList(LumenHeap* heap = nullptr);
+  DisplayList(const DisplayList&) = delete;
+  DisplayList& operator=(const DisplayList&) = delete;
+  virtual ~DisplayList();
+
+  // --- Building ---------------------------------------------------------
+
+  /// Adds `drawable`, whose bounds are `bounds`, at the end of the drawing
+  /// order and takes ownership of it; the bounds are trusted. Returns the group
+  /// that received it, or null, with the drawable still the caller's, when no
+  /// group can be allocated or the bounds lie outside the root.
+  /// Flag bit 0 keeps the drawable's group on the calling thread when worker
+  /// threads draw, bit 1 sends it to the first worker; others are the client's.
+  virtual Group* add(Drawable* drawable, const BoundsTemplate<long>& bounds, unsigned long flags);
+
+  /// Adds a drawable with its own bounds.
+  Group* add(Drawable* drawable, unsigned long flags = 0);
+
+  /// Inserts the chain of drawables that starts at `chain` (linked through
+  /// m_pNext; `bounds` covers all of it) immediately before `before`, which
+  /// lies in `hint` or in a group drawn after it. Takes ownership of the chain.
+  /// Returns the group that received it, or null, with the chain still the
+  /// caller's, when `before` is not found.
+  Group* add_before(Group* hint, Drawable* before, Drawable* chain,
+                    const BoundsTemplate<long>& bounds);
+
+  // --- The transform ----------------------------------------------------
+  //
+  // device = logical * m_scale + m_offset, per axis, in double precision. "To
+  // nearest" rounds ties to even. z is always 0. None of these allocates.
+
+  /// Logical to device, to nearest. Values outside 32 bits saturate when
+  /// m_bCheckOverflow is set, else give -2147483648.
+  void transform_point(const PointTemplate<long>& logical, LM_DCI_Point& device) const;
+  /// Logical to fractional device units. With m_bCheckOverflow the result is
+  /// clamped between the smallest positive normal and the largest float, so
+  /// that negative coordinates collapse to 1.1754943508222875e-38.
+  void transform_point(const PointTemplate<long>& logical, LM_Point& device) const;
+  /// The two operations above as with m_bCheckOverflow set.
+  void transform_point_checking_overflow(const PointTemplate<long>& logical,
+                                         LM_DCI_Point& device) const;
+  void transform_point_checking_overflow(const PointTemplate<long>& logical,
+                                         LM_Point& device) const;
+  /// Fractional logical to device: clamped to 32 bits, then half-way values
+  /// away from zero when positive and toward zero when negative.
+  void transform_point(const PointTemplate<double>& logical, LM_DCI_Point& device) const;
+  /// Screen to logical, to nearest, saturated.
+  void transform_point(const PointTemplate<int>& screen, PointTemplate<long>& logical) const;
+
+  /// A logical length per axis to device units, to nearest; no offset.
+  void scale_point(const PointTemplate<long>& length, LM_DCI_Point& device) const;
+  void scale_point(const PointTemplate<long>& length, LM_Point& device) const;
+
+  /// Logical to device through m_rotation when m_bRotated is set, else the
+  /// unchecked transform_point.
+  void transform_point_with_rotation(const PointTemplate<long>& logical,
+                                     LM_DCI_Point& device) const;
+  /// Screen to logical, truncated; what does not fit gives -2147483648.
+  void transform_point_with_rotation(const PointTemplate<int>& screen,
+                                     PointTemplate<long>& logical) const;
+
+  /// Stores the screen rectangle, derives the device rectangle and the
+  /// transform from it. The rectangle already stored changes nothing. A minimum
+  /// y above the maximum y turns the picture upside down.
+  void set_screen_bounds(const BoundsTemplate<int>& bounds);
+  /// Derives scale, offset and visible bounds from the logical and screen
+  /// bounds; nothing when one of them is empty. Call it after changing
+  /// m_logicalBounds. A logical width or height of 0 gives infinite scales.
+  void recompute_transform();
+
+  // --- Drawing ----------------------------------------------------------
+
+  /// Whether the rendition's complex clip is close enough to a circle for the
+  /// circled draw forms; stores the circle when it is. Vertices may lie 2 device
+  /// units apart in their distance from the centre, edges 5.
+  bool circular_complex_clip();
+
+  /// Grayscale drawing: stored here for drawables to read.
+  virtual void set_grayscale(bool on);
+  virtual bool is_grayscale();
+
+  /// What a new drawable is constructed as when a stream holds `tag`: the
+  /// library's own classes, else what m_pfnCreateDrawable makes; null when the
+  /// tag is no class tag or nothing can be allocated.
+  Drawable* create_drawable(std::uint32_t tag);
+
+  // --- Fields -----------------------------------------------------------
+
+  /// The renderer drawn through. That of a new list draws nothing; no draw form
+  /// may be called while it is null.
+  LM_Handle<LM_Renderer> m_pRenderer;
+
+  BoundsTemplate<long> m_logicalBounds;  ///< what is mapped onto the screen rectangle
+  BoundsTemplate<int> m_screenBounds;    ///< the target; set_screen_bounds sets it
+  BoundsTemplate<int> m_deviceBounds;    ///< screen rectangle times m_deviceRatio, truncated
+  double m_yAspect = 1.0;                ///< factor of the vertical scale
+  /// The logical rectangle that is on the screen, one screen unit wider on
+  /// every side. Inverted along an axis with a negative scale.
+  BoundsTemplate<long> m_visibleBounds;
+  LumenHeap* m_heap = nullptr;  ///< groups and read-in points come from here; null: default heap
+
+  PointTemplate<double> m_scale{1.0, 1.0};         ///< logical to screen
+  PointTemplate<double> m_offset{0.0, 0.0};        ///< logical to screen
+  PointTemplate<double> m_deviceScale{1.0, 1.0};   ///< logical to device units
+  PointTemplate<double> m_deviceOffset{0.0, 0.0};  ///< logical to device units
+  PointTemplate<double> m_deviceRatio{1.0, 1.0};   ///< device units per screen unit
+  bool m_bCheckOverflow = false;                   ///< transform_point saturates
+
+  Group* m_pRootGroup = nullptr;
+  /// Follows the open group as long as insertion does not have to climb.
+  Group* m_pInsertHint = nullptr;
+  OpenBottomGroup* m_pOpenGroup = nullptr;              ///< the one group that takes drawables
+  std::int32_t m_cMaxOpenDrawables = kDefaultCapacity;  ///< capacity of the open group
+  std::int32_t m_cMaxLevel = kDefaultDeepestLevel;      ///< deepest level that splits, 1 to 31
+  std::int32_t m_openLevel = 0;
+  std::int32_t m_cOpenDrawables = 0;
+  BoundsTemplate<long> m_openBounds;  ///< union of what the open group holds
+
+  bool m_bGrayscale = false;
+  /// Rotated logical-to-device transform: x' = r4 x + r1 y + r2,
+  /// y' = r0 x + r5 y + r3.
+  double m_rotation[6] = {0.0, 0.0, 0.0, 0.0, 1.0, 1.0};
+  bool m_bRotated = false;
+  /// Polylines clip always: no group test holds in a turned view.
+  bool m_bRotationSecondary = false;
+  bool m_bAlternateScale = false;  ///< text takes m_deviceScale for m_scale
+  bool m_bWideDots = false;        ///< dots and collapsed lines are as wide as the line weight
+  bool m_bComplexClipSupported = false;
+
+  /// The working rendition: the state that drawables draw with. Its clip
+  /// rectangle is the device clip rectangle.
+  LM_Rendition m_rendition;
+  InterruptTest m_pfnInterrupt = nullptr;  ///< of the interruptible draw forms; null: never stops
+  void* m_pInterruptContext = nullptr;
+  InterruptTest m_pfnSelInterrupt = nullptr;  ///< of the interruptible selection forms
+  void* m_pSelInterruptContext = nullptr;
+  std::int32_t m_cInterruptCounter = 0;     ///< visits since the last poll
+  std::int32_t m_cSelInterruptCounter = 0;  ///< the same for selection
+  struct {
+    float x, y;
+  } m_circleCenter{0.0F, 0.0F};  ///< centre of the clip circle, device units
+  std::uint32_t m_circleReserved = 0;
+  float m_circleRadiusSquared = 0.0F;
+  DisplayListMultithread* m_pMultithread = nullptr;  ///< gets closed bottom groups when set
+
+  // Callbacks of the stream operations. Each is called with its context.
+  int (*m_pfnRenditionToIndex)(void*, LM_Rendition*) = nullptr;
+  void* m_pRenditionToIndexContext = nullptr;
+  /// Never returns null: an unknown index gets some rendition.
+  LM_Rendition* (*m_pfnIndexToRendition)(void*, int) = nullptr;
+  void* m_pIndexToRenditionContext = nullptr;
+  Drawable* (*m_pfnCreateDrawable)(void*, int) = nullptr;
+  void* m_pCreateDrawableContext = nullptr;
+  /// Told of a drawable that was read with a palette colour and whose class
+  /// has no palettized variant.
+  void (*m_pfnPostRead)(Drawable*) = nullptr;
+  /// The chain of records being written or read, if any.
+  RecordChain* m_pRecordChain = nullptr;
+
+  /// How many groups are visited between two polls of the interrupt test.
+  static std::int32_t m_cInterruptCount;
+  static std::int32_t m_cSelInterruptCount;
+
+ private:
+  bool ensure_open_group();
+  Group* split_open_group_and_add(Drawable* drawable, const BoundsTemplate<long>& bounds,
+                                  unsigned long flags);
+};
+
+}  // namespace DL

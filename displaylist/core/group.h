@@ -1,0 +1,238 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "displaylist/core/class_change.h"
+#include "displaylist/core/geometry.h"
+#include "displaylist/platform/export.h"
+#include "displaylist/platform/memory.h"
+
+namespace DL {
+
+class DisplayList;
+class Drawable;
+class Group;
+
+/// A link to a child: a group below a Group, a drawable in a bottom group.
+union ChildLink {
+  Group* group = nullptr;
+  Drawable* drawable;
+};
+
+/// A node of the spatial tree: a cell of the logical plane and what was added
+/// in it, in drawing order. A plain Group holds groups, a BottomGroup drawables,
+/// and the one OpenBottomGroup of a list takes new drawables.
+///
+/// 1. The root contains every drawable by its bounds; a group's level is its
+///    parent's plus one, the root's is 0.
+/// 2. Children follow each other in drawing order: child groups through their
+///    m_pNext, drawables through theirs.
+/// 3. A group changes class in place (closed, split, hidden, visible); pointers
+///    to it stay good. See class_change.h.
+///
+/// Groups are created by the display list and owned by their parent. Bounds are
+/// logical and inclusive. The tree is not changed while threads draw it.
+class DISPLAYLIST_API Group {
+ public:
+  /// A group with no fields filled in but null links.
+  explicit Group(class_change::Unfilled) : m_pDisplayList(nullptr) {}
+  Group(const Group&) = delete;
+  Group& operator=(const Group&) = delete;
+
+  /// Whether the children are drawables.
+  virtual bool contains_drawables() const;
+  virtual bool is_open() const;
+  /// Checks the subtree's links; in debug builds a broken invariant stops the program.
+  virtual void assert_valid() const;
+  virtual ~Group();
+
+  /// Adds a drawable below the nearest group, from this one upward, that
+  /// contains its bounds. Returns the group that received it, null when none
+  /// does or nothing can be allocated. DisplayList::add is the way in.
+  virtual Group* add(Drawable* drawable, const BoundsTemplate<long>& bounds, DisplayList* list,
+                     unsigned long flags);
+  /// Takes no more drawables and shrinks the bounds to what the group holds.
+  virtual void close();
+
+  // The draw forms. All draw in drawing order, through the list's renderer,
+  // with every drawable that its info lets draw. `inner` is the rectangle
+  // inside which nothing needs clipping, `outer` the one outside which nothing
+  // is visible; both logical. The interruptible forms return false as soon as
+  // the list's interrupt test asks to stop.
+  virtual void draw_unclipped(DisplayList& list) const;
+  virtual void draw_circled(DisplayList& list) const;
+  virtual void draw_complex(DisplayList& list) const;
+  virtual void draw_bounded(DisplayList& list, const BoundsTemplate<long>& inner,
+                            const BoundsTemplate<long>& outer) const;
+  virtual void draw_circled_bounded(DisplayList& list, const BoundsTemplate<long>& inner,
+                                    const BoundsTemplate<long>& outer) const;
+  virtual void draw_complex_bounded(DisplayList& list, const BoundsTemplate<long>& inner,
+                                    const BoundsTemplate<long>& outer) const;
+  virtual bool draw_unclipped_interrupt(DisplayList& list) const;
+  virtual bool draw_circled_interrupt(DisplayList& list) const;
+  virtual bool draw_complex_interrupt(DisplayList& list) const;
+  virtual bool draw_bounded_interrupt(DisplayList& list, const BoundsTemplate<long>& inner,
+                                      const BoundsTemplate<long>& outer) const;
+  virtual bool draw_circled_bounded_interrupt(DisplayList& list, const BoundsTemplate<long>& inner,
+                                              const BoundsTemplate<long>& outer) const;
+  virtual bool draw_complex_bounded_interrupt(DisplayList& list, const BoundsTemplate<long>& inner,
+                                              const BoundsTemplate<long>& outer) const;
+  virtual void draw_unclipped_selection(DisplayList& list) const;
+  virtual void draw_bounded_selection(DisplayList& list, const BoundsTemplate<long>& inner,
+                                      const BoundsTemplate<long>& outer) const;
+  virtual bool draw_unclipped_selection_interrupt(DisplayList& list) const;
+  virtual bool draw_bounded_selection_interrupt(DisplayList& list,
+                                                const BoundsTemplate<long>& inner,
+                                                const BoundsTemplate<long>& outer) const;
+
+  /// Widens `bounds` by every drawable below the group.
+  virtual void add_bounds(BoundsTemplate<long>& bounds) const;
+  /// Reopens a list for adding below or beside this group.
+  virtual void create_open_bottom_group(DisplayList* list);
+  virtual std::uint32_t level() const;
+
+  /// Hidden groups draw, take drawables and are removed from like visible ones;
+  /// the flag is the client's.
+  virtual void make_visible();
+  virtual void make_hidden();
+  virtual bool is_hidden() const;
+
+  /// Opens a child that contains `bounds` and adds the drawable to it. Returns
+  /// the child, or null when it cannot be allocated.
+  Group* open_child_with(Drawable* drawable, const BoundsTemplate<long>& bounds, DisplayList& list,
+                         unsigned long flags);
+  /// Destroys the empty `child`, and in turn this group if that leaves it empty,
+  /// up to the root. Returns the lowest ancestor that still has children, or the
+  /// root; null when `child` is not a child of this group.
+  Group* empty_child_notify(Group* child);
+
+  /// Links a group after the last child.
+  void append_child(Group* child);
+  /// Takes a child group out of the list of children; false when it is not in it.
+  bool unlink_child(Group* child);
+
+  static void* operator new(std::size_t size) noexcept;
+  static void* operator new(std::size_t size, LumenHeap* heap) noexcept;
+  static void operator delete(void* memory) noexcept;
+  static void operator delete(void* memory, LumenHeap* heap) noexcept;
+
+  Group* m_pNext = nullptr;  ///< next sibling
+  /// The group's cell; once closed, the union of what it holds, or more.
+  BoundsTemplate<long> m_bounds;
+  union {
+    std::uint32_t m_level;        ///< of a Group or BottomGroup
+    DisplayList* m_pDisplayList;  ///< of an OpenBottomGroup, whose level the list keeps
+  };
+  ChildLink m_pFirst;
+  ChildLink m_pLastChild;
+  Group* m_pParent = nullptr;  ///< null for the root
+  std::uint32_t m_flags = 0;   ///< all flags of the adds that ended here, or-ed
+};
+
+/// A closed leaf: holds drawables and takes no more.
+class DISPLAYLIST_API BottomGroup : public Group {
+ public:
+  explicit BottomGroup(class_change::Unfilled unfilled) : Group(unfilled) {}
+
+  bool contains_drawables() const override;
+  void assert_valid() const override;
+  ~BottomGroup() override;
+  /// Null: a closed group takes no drawables.
+  Group* add(Drawable* drawable, const BoundsTemplate<long>& bounds, DisplayList* list,
+             unsigned long flags) override;
+  void close() override;
+
+  void draw_unclipped(DisplayList& list) const override;
+  void draw_circled(DisplayList& list) const override;
+  void draw_complex(DisplayList& list) const override;
+  void draw_bounded(DisplayList& list, const BoundsTemplate<long>& inner,
+                    const BoundsTemplate<long>& outer) const override;
+  void draw_circled_bounded(DisplayList& list, const BoundsTemplate<long>& inner,
+                            const BoundsTemplate<long>& outer) const override;
+  void draw_complex_bounded(DisplayList& list, const BoundsTemplate<long>& inner,
+                            const BoundsTemplate<long>& outer) const override;
+  bool draw_unclipped_interrupt(DisplayList& list) const override;
+  bool draw_circled_interrupt(DisplayList& list) const override;
+  bool draw_complex_interrupt(DisplayList& list) const override;
+  bool draw_bounded_interrupt(DisplayList& list, const BoundsTemplate<long>& inner,
+                              const BoundsTemplate<long>& outer) const override;
+  bool draw_circled_bounded_interrupt(DisplayList& list, const BoundsTemplate<long>& inner,
+                                      const BoundsTemplate<long>& outer) const override;
+  bool draw_complex_bounded_interrupt(DisplayList& list, const BoundsTemplate<long>& inner,
+                                      const BoundsTemplate<long>& outer) const override;
+  void draw_unclipped_selection(DisplayList& list) const override;
+  void draw_bounded_selection(DisplayList& list, const BoundsTemplate<long>& inner,
+                              const BoundsTemplate<long>& outer) const override;
+  bool draw_unclipped_selection_interrupt(DisplayList& list) const override;
+  bool draw_bounded_selection_interrupt(DisplayList& list, const BoundsTemplate<long>& inner,
+                                        const BoundsTemplate<long>& outer) const override;
+
+  void add_bounds(BoundsTemplate<long>& bounds) const override;
+  void create_open_bottom_group(DisplayList* list) override;
+  void make_hidden() override;
+
+  /// Walks the chain of drawables, sets m_pLastChild to its end and returns its
+  /// length; an empty chain leaves m_pLastChild as it is.
+  std::int32_t count_and_set_last_drawable();
+};
+
+/// The leaf that takes new drawables. Draws nothing while it is empty.
+class DISPLAYLIST_API OpenBottomGroup : public BottomGroup {
+ public:
+  explicit OpenBottomGroup(class_change::Unfilled unfilled) : BottomGroup(unfilled) {}
+  /// Becomes the open group of `list`, of the given level: the cell or cells
+  /// of that level which `seed` touches. Does not link itself to `parent`.
+  OpenBottomGroup(DisplayList& list, Group* parent, std::uint32_t level,
+                  const BoundsTemplate<long>& seed);
+  /// Leaves the list without an open group.
+  ~OpenBottomGroup() override;
+
+  bool is_open() const override;
+  void assert_valid() const override;
+  Group* add(Drawable* drawable, const BoundsTemplate<long>& bounds, DisplayList* list,
+             unsigned long flags) override;
+  void close() override;
+
+  /// As draw_complex_bounded: an open group knows no clip circle there.
+  void draw_circled_bounded(DisplayList& list, const BoundsTemplate<long>& inner,
+                            const BoundsTemplate<long>& outer) const override;
+  bool draw_circled_bounded_interrupt(DisplayList& list, const BoundsTemplate<long>& inner,
+                                      const BoundsTemplate<long>& outer) const override;
+
+  void create_open_bottom_group(DisplayList* list) override;
+  std::uint32_t level() const override;
+  void make_hidden() override;
+
+  /// Links the drawable after the last one and counts it; its bounds lie inside.
+  void append(Drawable* drawable, const BoundsTemplate<long>& bounds, unsigned long flags);
+};
+
+/// The hidden twin of a group class: the same fields and the same behaviour,
+/// but for what is_hidden tells.
+template <class Visible>
+class DISPLAYLIST_API HiddenGroup : public Visible {
+ public:
+  explicit HiddenGroup(class_change::Unfilled unfilled) : Visible(unfilled) {}
+
+  void make_visible() override;
+  void make_hidden() override {}
+  bool is_hidden() const override { return true; }
+};
+
+using GroupHidden = HiddenGroup<Group>;
+using BottomGroupHidden = HiddenGroup<BottomGroup>;
+using OpenBottomGroupHidden = HiddenGroup<OpenBottomGroup>;
+
+extern template class HiddenGroup<Group>;
+extern template class HiddenGroup<BottomGroup>;
+extern template class HiddenGroup<OpenBottomGroup>;
+
+// The layout that the statistics tell and that memory is planned with:
+//   table 8 | m_pNext 8 | m_bounds 16 | level or list 8 | m_pFirst 8 |
+//   m_pLastChild 8 | m_pParent 8 | m_flags 4 (+4)
+static_assert(sizeof(void*) != 8 || sizeof(Group) == 72);
+static_assert(sizeof(BottomGroup) == sizeof(Group) && sizeof(OpenBottomGroup) == sizeof(Group));
+static_assert(sizeof(OpenBottomGroupHidden) == sizeof(Group));
+
+}  // namespace DL

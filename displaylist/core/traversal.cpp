@@ -1,0 +1,338 @@
+// The walk that draws: one template for all draw forms of inner groups, one
+// for those of leaves.
+
+#include "displaylist/core/clip_test_p.h"
+#include "displaylist/core/display_list.h"
+#include "displaylist/core/draw_form_p.h"
+#include "displaylist/core/group.h"
+#include "displaylist/core/multithread.h"
+#include "displaylist/drawables/drawable.h"
+
+namespace DL {
+
+namespace {
+
+using draw::Clip;
+using draw::Form;
+using draw::Region;
+
+constexpr Region kEverywhere{nullptr, nullptr};
+
+constexpr Form kUnclipped{Clip::none, false, false, false};
+constexpr Form kCircled{Clip::circle, false, false, false};
+constexpr Form kComplex{Clip::complex, false, false, false};
+constexpr Form kSelection{Clip::none, false, false, true};
+
+constexpr Form bounded(Form form) {
+  return {form.clip, true, form.interrupt, form.selection};
+}
+constexpr Form interruptible(Form form) {
+  return {form.clip, form.bounded, true, form.selection};
+}
+
+/// How a group lies to the region of a bounded form.
+enum class Place : std::uint8_t { inside, meeting, apart };
+
+Place place_of(const BoundsTemplate<long>& bounds, const Region& region) {
+  if (bounds.is_inside(*region.inner)) return Place::inside;
+  return bounds.meets(*region.outer) ? Place::meeting : Place::apart;
+}
+
+/// Counts a visit; false when this visit polls and the test asks to stop.
+template <Form F>
+bool goes_on(DisplayList& list) {
+  std::int32_t& counter = F.selection ? list.m_cSelInterruptCounter : list.m_cInterruptCounter;
+  const std::int32_t visits_between_polls =
+      F.selection ? DisplayList::m_cSelInterruptCount : DisplayList::m_cInterruptCount;
+  if (++counter != visits_between_polls) return true;
+  counter = 0;
+  const InterruptTest test = F.selection ? list.m_pfnSelInterrupt : list.m_pfnInterrupt;
+  void* context = F.selection ? list.m_pSelInterruptContext : list.m_pInterruptContext;
+  return test == nullptr || test(context, &list);
+}
+
+// --- Inner groups -----------------------------------------------------------
+
+template <Form F>
+bool visit_children(const Group& group, DisplayList& list, const Region& region) {
+  for (const Group* child = group.m_pFirst.group; child != nullptr; child = child->m_pNext) {
+    if (!draw::visit<F>(*child, list, region)) return false;
+  }
+  return true;
+}
+
+/// Draws a group whose place in the region is settled, by its place in the clip.
+template <Form F>
+bool draw_by_clip(const Group& group, DisplayList& list, const Region& region) {
+  if constexpr (F.clip != Clip::none) {
+    const ClipAnswer answer = test_clip<F.clip>(list, group.m_bounds);
+    if (answer == ClipAnswer::outside) return true;
+    if (answer == ClipAnswer::inside) {
+      const LiftedClip lifted(list.m_rendition);
+      return visit_children<without_clip(F)>(group, list, region);
+    }
+  }
+  return visit_children<F>(group, list, region);
+}
+
+template <Form F>
+bool draw_inner(const Group& group, DisplayList& list, const Region& region) {
+  if constexpr (F.interrupt) {
+    if (!goes_on<F>(list)) return false;
+  }
+  if constexpr (F.bounded) {
+    switch (place_of(group.m_bounds, region)) {
+      case Place::inside:
+        return draw_by_clip<without_bounds(F)>(group, list, region);
+      case Place::meeting:
+        return draw_by_clip<F>(group, list, region);
+      case Place::apart:
+        return true;
+    }
+  }
+  return draw_by_clip<F>(group, list, region);
+}
+
+// --- Leaves -----------------------------------------------------------------
+
+/// How the drawables of a leaf are drawn.
+struct LeafForm {
+  bool clipped;    ///< with the clipped operations
+  bool selection;  ///< with the selection operations, each under its own key
+  bool polled;     ///< polling before each drawable
+};
+
+template <LeafForm L>
+void draw_one(Drawable& drawable, DisplayList& list) {
+  if constexpr (L.selection) {
+    const LM_Handle<LM_Selector_Data> selector = list.m_rendition.selector_data();
+    if (selector) selector->set_selection_key(&drawable, 0);
+    L.clipped ? drawable.draw_clipped_selection(list) : drawable.draw_unclipped_selection(list);
+  } else {
+    L.clipped ? drawable.draw_clipped(list) : drawable.draw_unclipped(list);
+  }
+}
+
+template <LeafForm L>
+bool draw_drawables(const BottomGroup& group, DisplayList& list) {
+  for (Drawable* drawable = group.m_pFirst.drawable; drawable != nullptr;
+       drawable = drawable->m_pNext) {
+    if constexpr (L.polled) {
+      if (!goes_on<interruptible(kUnclipped)>(list)) return false;
+    }
+    Extra_Drawable_Info* info = drawable->drawable_info();
+    if (info == nullptr || info->is_drawn()) draw_one<L>(*drawable, list);
+  }
+  return true;
+}
+
+/// Hands a closed leaf to the worker threads; false when it is drawn here.
+bool hand_to_threads(const BottomGroup& group, DisplayList& list, bool clipped) {
+  constexpr std::uint32_t calling_thread_only = 1;
+  return list.m_pMultithread != nullptr && (group.m_flags & calling_thread_only) == 0 &&
+         !group.is_open() && list.m_pMultithread->hand_over(group, clipped, group.m_flags);
+}
+
+/// Draws a leaf whose place in the region is settled, by its place in the clip.
+template <Form F, bool Clipped>
+bool draw_leaf_by_clip(const BottomGroup& group, DisplayList& list) {
+  constexpr bool polled = F.interrupt && F.bounded && F.clip == Clip::none && !F.selection;
+  constexpr LeafForm leaf{Clipped, F.selection, polled};
+  if constexpr (F.clip != Clip::none) {
+    const ClipAnswer answer = test_clip<F.clip>(list, group.m_bounds);
+    if (answer == ClipAnswer::outside) return true;
+    if (answer == ClipAnswer::inside) {
+      const LiftedClip lifted(list.m_rendition);
+      return draw_drawables<leaf>(group, list);
+    }
+  } else if constexpr (!F.selection) {
+    if (hand_to_threads(group, list, Clipped)) return true;
+  }
+  return draw_drawables<leaf>(group, list);
+}
+
+template <Form F>
+bool draw_leaf(const BottomGroup& group, DisplayList& list, const Region& region) {
+  if (group.m_pFirst.drawable == nullptr) return true;
+  if constexpr (F.bounded) {
+    if constexpr (F.selection && F.interrupt) {
+      if (!goes_on<F>(list)) return false;
+    }
+    switch (place_of(group.m_bounds, region)) {
+      case Place::inside:
+        return draw_leaf_by_clip<F, false>(group, list);
+      case Place::meeting:
+        return draw_leaf_by_clip<F, true>(group, list);
+      case Place::apart:
+        return true;
+    }
+  }
+  return draw_leaf_by_clip<F, false>(group, list);
+}
+
+}  // namespace
+
+// Each operation names its form.
+
+void Group::draw_unclipped(DisplayList& list) const {
+  draw_inner<kUnclipped>(*this, list, kEverywhere);
+}
+
+void Group::draw_circled(DisplayList& list) const {
+  draw_inner<kCircled>(*this, list, kEverywhere);
+}
+
+void Group::draw_complex(DisplayList& list) const {
+  draw_inner<kComplex>(*this, list, kEverywhere);
+}
+
+void Group::draw_bounded(DisplayList& list, const BoundsTemplate<long>& inner,
+                         const BoundsTemplate<long>& outer) const {
+  draw_inner<bounded(kUnclipped)>(*this, list, {&inner, &outer});
+}
+
+void Group::draw_circled_bounded(DisplayList& list, const BoundsTemplate<long>& inner,
+                                 const BoundsTemplate<long>& outer) const {
+  draw_inner<bounded(kCircled)>(*this, list, {&inner, &outer});
+}
+
+void Group::draw_complex_bounded(DisplayList& list, const BoundsTemplate<long>& inner,
+                                 const BoundsTemplate<long>& outer) const {
+  draw_inner<bounded(kComplex)>(*this, list, {&inner, &outer});
+}
+
+bool Group::draw_unclipped_interrupt(DisplayList& list) const {
+  return draw_inner<interruptible(kUnclipped)>(*this, list, kEverywhere);
+}
+
+bool Group::draw_circled_interrupt(DisplayList& list) const {
+  return draw_inner<interruptible(kCircled)>(*this, list, kEverywhere);
+}
+
+bool Group::draw_complex_interrupt(DisplayList& list) const {
+  return draw_inner<interruptible(kComplex)>(*this, list, kEverywhere);
+}
+
+bool Group::draw_bounded_interrupt(DisplayList& list, const BoundsTemplate<long>& inner,
+                                   const BoundsTemplate<long>& outer) const {
+  return draw_inner<interruptible(bounded(kUnclipped))>(*this, list, {&inner, &outer});
+}
+
+bool Group::draw_circled_bounded_interrupt(DisplayList& list, const BoundsTemplate<long>& inner,
+                                           const BoundsTemplate<long>& outer) const {
+  return draw_inner<interruptible(bounded(kCircled))>(*this, list, {&inner, &outer});
+}
+
+bool Group::draw_complex_bounded_interrupt(DisplayList& list, const BoundsTemplate<long>& inner,
+                                           const BoundsTemplate<long>& outer) const {
+  return draw_inner<interruptible(bounded(kComplex))>(*this, list, {&inner, &outer});
+}
+
+void Group::draw_unclipped_selection(DisplayList& list) const {
+  draw_inner<kSelection>(*this, list, kEverywhere);
+}
+
+void Group::draw_bounded_selection(DisplayList& list, const BoundsTemplate<long>& inner,
+                                   const BoundsTemplate<long>& outer) const {
+  draw_inner<bounded(kSelection)>(*this, list, {&inner, &outer});
+}
+
+bool Group::draw_unclipped_selection_interrupt(DisplayList& list) const {
+  return draw_inner<interruptible(kSelection)>(*this, list, kEverywhere);
+}
+
+bool Group::draw_bounded_selection_interrupt(DisplayList& list, const BoundsTemplate<long>& inner,
+                                             const BoundsTemplate<long>& outer) const {
+  return draw_inner<interruptible(bounded(kSelection))>(*this, list, {&inner, &outer});
+}
+
+void BottomGroup::draw_unclipped(DisplayList& list) const {
+  draw_leaf<kUnclipped>(*this, list, kEverywhere);
+}
+
+void BottomGroup::draw_circled(DisplayList& list) const {
+  draw_leaf<kCircled>(*this, list, kEverywhere);
+}
+
+void BottomGroup::draw_complex(DisplayList& list) const {
+  draw_leaf<kComplex>(*this, list, kEverywhere);
+}
+
+void BottomGroup::draw_bounded(DisplayList& list, const BoundsTemplate<long>& inner,
+                               const BoundsTemplate<long>& outer) const {
+  draw_leaf<bounded(kUnclipped)>(*this, list, {&inner, &outer});
+}
+
+void BottomGroup::draw_circled_bounded(DisplayList& list, const BoundsTemplate<long>& inner,
+                                       const BoundsTemplate<long>& outer) const {
+  draw_leaf<bounded(kCircled)>(*this, list, {&inner, &outer});
+}
+
+void BottomGroup::draw_complex_bounded(DisplayList& list, const BoundsTemplate<long>& inner,
+                                       const BoundsTemplate<long>& outer) const {
+  draw_leaf<bounded(kComplex)>(*this, list, {&inner, &outer});
+}
+
+bool BottomGroup::draw_unclipped_interrupt(DisplayList& list) const {
+  return draw_leaf<interruptible(kUnclipped)>(*this, list, kEverywhere);
+}
+
+bool BottomGroup::draw_circled_interrupt(DisplayList& list) const {
+  return draw_leaf<interruptible(kCircled)>(*this, list, kEverywhere);
+}
+
+bool BottomGroup::draw_complex_interrupt(DisplayList& list) const {
+  return draw_leaf<interruptible(kComplex)>(*this, list, kEverywhere);
+}
+
+bool BottomGroup::draw_bounded_interrupt(DisplayList& list, const BoundsTemplate<long>& inner,
+                                         const BoundsTemplate<long>& outer) const {
+  return draw_leaf<interruptible(bounded(kUnclipped))>(*this, list, {&inner, &outer});
+}
+
+bool BottomGroup::draw_circled_bounded_interrupt(DisplayList& list,
+                                                 const BoundsTemplate<long>& inner,
+                                                 const BoundsTemplate<long>& outer) const {
+  return draw_leaf<interruptible(bounded(kCircled))>(*this, list, {&inner, &outer});
+}
+
+bool BottomGroup::draw_complex_bounded_interrupt(DisplayList& list,
+                                                 const BoundsTemplate<long>& inner,
+                                                 const BoundsTemplate<long>& outer) const {
+  return draw_leaf<interruptible(bounded(kComplex))>(*this, list, {&inner, &outer});
+}
+
+void BottomGroup::draw_unclipped_selection(DisplayList& list) const {
+  draw_leaf<kSelection>(*this, list, kEverywhere);
+}
+
+void BottomGroup::draw_bounded_selection(DisplayList& list, const BoundsTemplate<long>& inner,
+                                         const BoundsTemplate<long>& outer) const {
+  draw_leaf<bounded(kSelection)>(*this, list, {&inner, &outer});
+}
+
+bool BottomGroup::draw_unclipped_selection_interrupt(DisplayList& list) const {
+  return draw_leaf<interruptible(kSelection)>(*this, list, kEverywhere);
+}
+
+bool BottomGroup::draw_bounded_selection_interrupt(DisplayList& list,
+                                                   const BoundsTemplate<long>& inner,
+                                                   const BoundsTemplate<long>& outer) const {
+  return draw_leaf<interruptible(bounded(kSelection))>(*this, list, {&inner, &outer});
+}
+
+// An open group draws as a closed one, but that circled-bounded drawing goes
+// through the complex clip.
+
+void OpenBottomGroup::draw_circled_bounded(DisplayList& list, const BoundsTemplate<long>& inner,
+                                           const BoundsTemplate<long>& outer) const {
+  draw_leaf<bounded(kComplex)>(*this, list, {&inner, &outer});
+}
+
+bool OpenBottomGroup::draw_circled_bounded_interrupt(DisplayList& list,
+                                                     const BoundsTemplate<long>& inner,
+                                                     const BoundsTemplate<long>& outer) const {
+  return draw_leaf<interruptible(bounded(kComplex))>(*this, list, {&inner, &outer});
+}
+
+}  // namespace DL

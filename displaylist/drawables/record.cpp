@@ -1,0 +1,109 @@
+// The record that every stored drawable ends with: its colour, then the rest
+// of the chain.
+
+#include "displaylist/core/coding_p.h"
+#include "displaylist/core/display_list.h"
+#include "displaylist/core/tags.h"
+#include "displaylist/drawables/drawable.h"
+#include "displaylist/drawables/record_chain_p.h"
+#include "displaylist/drawables/variants.h"
+
+namespace DL {
+
+namespace {
+
+/// Makes a chain the list's current one for its own lifetime.
+class CurrentChain {
+ public:
+  CurrentChain(DisplayList& list, RecordChain& chain) : m_list(list), m_outer(list.m_pRecordChain) {
+    list.m_pRecordChain = &chain;
+  }
+  CurrentChain(const CurrentChain&) = delete;
+  CurrentChain& operator=(const CurrentChain&) = delete;
+  ~CurrentChain() { m_list.m_pRecordChain = m_outer; }
+
+ private:
+  DisplayList& m_list;
+  RecordChain* m_outer;
+};
+
+/// Whether a loop asked this drawable; tells the loop that it was reached.
+bool leaves_rest_to_loop(const Drawable& drawable, DisplayList& list) {
+  RecordChain* chain = list.m_pRecordChain;
+  if (chain == nullptr || chain->asked != &drawable) return false;
+  chain->reached_base_record = true;
+  return true;
+}
+
+void write_color(const Drawable& drawable, ZtFsStream& stream, const DisplayList& list) {
+  if (!drawable.is_palettized()) {
+    coding::write_word(stream, tag::kColor);
+    coding::write_word(stream, drawable.m_colorData.m_color.word);
+    return;
+  }
+  std::int32_t index = 0;
+  if (list.m_pfnRenditionToIndex != nullptr) {
+    index = list.m_pfnRenditionToIndex(list.m_pRenditionToIndexContext,
+                                       drawable.m_colorData.m_pRendition);
+  }
+  coding::write_word(stream, tag::kPaletteIndex);
+  coding::write_word(stream, index);
+}
+
+/// Every tag that a writer produces leads to the palette: the test is of bits,
+/// not of the whole tag, and a colour word is taken for an index. Only a list
+/// without a palette keeps colours as they stand.
+void read_color(Drawable& drawable, ZtFsStream& stream, DisplayList& list) {
+  std::uint32_t color_tag = 0;
+  std::uint32_t word = 0;
+  if (!coding::read_word(stream, color_tag) || !coding::read_word(stream, word)) return;
+  if ((color_tag & tag::kPaletteIndex) == 0 || list.m_pfnIndexToRendition == nullptr) {
+    drawable.m_colorData.m_color.word = word;
+    return;
+  }
+  drawable.m_colorData.m_pRendition =
+      list.m_pfnIndexToRendition(list.m_pIndexToRenditionContext, static_cast<std::int32_t>(word));
+  if (!palettize(drawable) && list.m_pfnPostRead != nullptr) list.m_pfnPostRead(&drawable);
+}
+
+/// Reads the records that follow `last` and links them after it.
+void read_record_chain(Drawable& last, ZtFsStream& stream, DisplayList& list) {
+  RecordChain chain;
+  const CurrentChain current(list, chain);
+  Drawable* end = &last;
+  do {
+    end->m_pNext = nullptr;
+    std::uint32_t class_tag = 0;
+    if (!coding::read_word(stream, class_tag) || class_tag == tag::kEnd) return;
+    Drawable* next = list.create_drawable(class_tag);
+    if (next == nullptr) return;
+    end->m_pNext = next;
+    end = next;
+    chain = {next, false};
+    next->serialize_in(&stream, list);
+  } while (chain.reached_base_record);
+}
+
+}  // namespace
+
+void write_record_chain(Drawable* first, ZtFsStream& stream, DisplayList& list) {
+  RecordChain chain;
+  const CurrentChain current(list, chain);
+  for (Drawable* drawable = first; drawable != nullptr; drawable = drawable->m_pNext) {
+    chain.asked = drawable;
+    drawable->serialize_out(&stream, list);
+  }
+  coding::write_word(stream, tag::kEnd);
+}
+
+void Drawable::serialize_out(ZtFsStream* stream, DisplayList& list) {
+  write_color(*this, *stream, list);
+  if (!leaves_rest_to_loop(*this, list)) write_record_chain(m_pNext, *stream, list);
+}
+
+void Drawable::serialize_in(ZtFsStream* stream, DisplayList& list) {
+  read_color(*this, *stream, list);
+  if (!leaves_rest_to_loop(*this, list)) read_record_chain(*this, *stream, list);
+}
+
+}  // namespace DL

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+
+class ZtFsStream;
+
+namespace DL {
+
+class DisplayList;
+class Drawable;
+
+/// The chain of drawable records that is being written or read by a loop.
+///
+/// A record ends with its successor's record, so by the letter every drawable
+/// would call the next one. The loop keeps the stack constant instead: it names
+/// the drawable that it is asking, and that drawable's base record leaves the
+/// rest of the chain to the loop. A drawable asked outside a loop starts one.
+struct RecordChain {
+  const Drawable* asked = nullptr;
+  bool reached_base_record = false;
+};
+
+/// Writes the records of `first` and its successors and the end marker.
+void write_record_chain(Drawable* first, ZtFsStream& stream, DisplayList& list);
+
+}  // namespace DL

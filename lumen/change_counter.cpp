@@ -1,0 +1,3 @@
+#include "displaylist/platform/change_counter.h"
+
+LM_Library LUMEN;

@@ -1,0 +1,67 @@
+#include <array>
+#include <cstdio>
+
+#include "lumen/recorder.h"
+
+namespace lumen {
+namespace {
+
+std::string hexadecimal(LM_RGB32 color) {
+  std::array<char, 16> text{};
+  std::snprintf(text.data(), text.size(), "%08X", color.word);
+  return text.data();
+}
+
+/// The shortest digits that tell the value apart.
+std::string number(double value) {
+  std::array<char, 40> text{};
+  std::snprintf(text.data(), text.size(), "%.9g", value);
+  return text.data();
+}
+
+std::string values_of(const LM_Vertex_Triple& triple) {
+  std::string text = "[";
+  for (const std::uint32_t value : triple.values) {
+    if (text.size() > 1) text += ',';
+    text += std::to_string(value);
+  }
+  return text + "]";
+}
+
+void append_state(std::string& line, const RecordedCall& call) {
+  line += " color=" + hexadecimal(call.color);
+  const LM_Line_Style& style = call.line_style;
+  if (style.weight != 1) line += " weight=" + std::to_string(style.weight);
+  if (style.pattern != LM_PATTERN_SOLID) line += " pattern=" + std::to_string(style.pattern);
+  if (style.start_style != LM_END_FLAT || style.end_style != LM_END_FLAT) {
+    line += " ends=" + std::to_string(style.start_style) + "," + std::to_string(style.end_style);
+  }
+  if (call.edge_mode != 0) line += " edge_mode=" + std::to_string(call.edge_mode);
+  if (call.has_complex_clip) line += " complex_clip";
+}
+
+void append_arguments(std::string& line, const RecordedCall& call) {
+  for (const LM_DCI_Point& point : call.points) {
+    line += " (" + std::to_string(point.x) + "," + std::to_string(point.y);
+    if (point.z != 0) line += "," + std::to_string(point.z);
+    line += ")";
+  }
+  for (const LM_RGB32& color : call.vertex_colors) line += " #" + hexadecimal(color);
+  for (const LM_Vertex_Triple& triple : call.vertex_triples) line += " " + values_of(triple);
+  for (const double angle : call.angles) line += " " + number(angle);
+  if (call.integer) line += " integer=" + std::to_string(*call.integer);
+  if (call.texture_word) line += " word=" + std::to_string(*call.texture_word);
+  if (call.texture_triple) line += " triple=" + values_of(*call.texture_triple);
+  if (call.own_color) line += " own_color=" + hexadecimal(*call.own_color);
+}
+
+}  // namespace
+
+std::string to_string(const RecordedCall& call) {
+  std::string line = call.action;
+  append_state(line, call);
+  append_arguments(line, call);
+  return line;
+}
+
+}  // namespace lumen

@@ -1,0 +1,77 @@
+#include "displaylist/platform/rendition.h"
+
+namespace {
+
+/// The data behind the handle, cloned if another handle holds it too.
+LM_Rendition_Data& unshare(LM_Handle<LM_Rendition_Data>& data) {
+  if (data->is_shared()) data = LM_Create<LM_Rendition_Data>(*data);
+  return *data;
+}
+
+}  // namespace
+
+LM_Rendition::LM_Rendition() : m_data(LM_Create<LM_Rendition_Data>()) {
+  m_data->text_attributes = LM_Create<LM_Text_Attributes>();
+}
+
+LM_Rendition_Data& LM_Rendition::writable() {
+  LM_Rendition_Data& data = unshare(m_data);
+  data.change_serial = LUMEN.next_change_serial();
+  return data;
+}
+
+LM_Line_Style& LM_Rendition::writable_line_style() {
+  LM_Line_Style& style = writable().line_style;
+  style.change_serial = LUMEN.next_change_serial();
+  return style;
+}
+
+void LM_Rendition::set_clip_rectangle(const LM_Clip_Rectangle& rectangle) {
+  if (rectangle == m_data->clip_rectangle) return;
+  // The argument may be part of the very data that is about to be released.
+  const LM_Clip_Rectangle copy = rectangle;
+  writable().clip_rectangle = copy;
+}
+
+void LM_Rendition::set_line_weight(std::int32_t weight) {
+  if (weight != line_style().weight) writable_line_style().weight = weight;
+}
+
+void LM_Rendition::set_line_pattern(std::int32_t pattern) {
+  if (pattern != line_style().pattern) writable_line_style().pattern = pattern;
+}
+
+void LM_Rendition::set_end_styles(std::int32_t start, std::int32_t end) {
+  if (start == line_style().start_style && end == line_style().end_style) return;
+  LM_Line_Style& style = writable_line_style();
+  style.start_style = start;
+  style.end_style = end;
+}
+
+void LM_Rendition::set_edge_mode(std::uint32_t mode) {
+  if (mode != edge_mode()) writable().edge_mode = mode;
+}
+
+void LM_Rendition::set_complex_clip(LM_Contour_Set clip, bool invalidate_hard) {
+  const bool invalidates = invalidate_hard && m_data->hard_complex_clip_validated;
+  if (clip == m_data->complex_clip && !invalidates) return;
+  LM_Rendition_Data& data = writable();
+  data.complex_clip = std::move(clip);
+  if (invalidates) {
+    data.hard_complex_clip = nullptr;
+    data.hard_complex_clip_validated = false;
+  }
+}
+
+void LM_Rendition::validate_hard_complex_clip() {
+  if (m_data->hard_complex_clip_validated) return;
+  // Derived state: what is drawn does not change, so the serial stays.
+  LM_Rendition_Data& data = unshare(m_data);
+  data.hard_complex_clip = data.complex_clip;
+  data.hard_complex_clip_validated = true;
+}
+
+void LM_Rendition::set_selector_data(LM_Handle<LM_Selector_Data> data) {
+  if (data == m_data->selector_data) return;
+  writable().selector_data = std::move(data);
+}

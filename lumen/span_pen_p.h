@@ -1,0 +1,59 @@
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+
+#include "lumen/picture.h"
+#include "lumen/pixel_blend_p.h"
+
+namespace lumen {
+
+/// Colours runs of pixels of a picture, which must exist. `mask`, when there
+/// is one, has a byte per pixel of the picture: how much of it is inside.
+class SpanPen {
+ public:
+  SpanPen(Picture& picture, LM_RGB32 color, const std::uint8_t* mask)
+      : m_picture(picture),
+        m_color(color.word & 0x00FFFFFF),
+        m_opacity(opacity_of(color)),
+        m_mask(mask) {}
+
+  /// `length` pixels from (x, y) to the right, all covered by `cover` of 255.
+  void solid(std::int32_t x, std::int32_t y, std::int32_t length, std::uint32_t cover) {
+    std::uint32_t* pixels = m_picture.row(y) + x;
+    const std::uint32_t opacity = scale_255(m_opacity, cover);
+    if (m_mask != nullptr) {
+      const std::uint8_t* mask = mask_row(x, y);
+      for (std::int32_t i = 0; i < length; ++i) put(pixels[i], scale_255(opacity, mask[i]));
+    } else if (opacity == 255) {
+      std::fill_n(pixels, length, m_color);
+    } else {
+      for (std::int32_t i = 0; i < length; ++i) pixels[i] = blend(pixels[i], m_color, opacity);
+    }
+  }
+
+  /// The same with a cover of its own for each pixel.
+  void varied(std::int32_t x, std::int32_t y, std::int32_t length, const std::uint8_t* covers) {
+    std::uint32_t* pixels = m_picture.row(y) + x;
+    const std::uint8_t* mask = m_mask == nullptr ? nullptr : mask_row(x, y);
+    for (std::int32_t i = 0; i < length; ++i) {
+      const std::uint32_t opacity = scale_255(m_opacity, covers[i]);
+      put(pixels[i], mask == nullptr ? opacity : scale_255(opacity, mask[i]));
+    }
+  }
+
+ private:
+  void put(std::uint32_t& pixel, std::uint32_t opacity) const {
+    pixel = opacity == 255 ? m_color : blend(pixel, m_color, opacity);
+  }
+  [[nodiscard]] const std::uint8_t* mask_row(std::int32_t x, std::int32_t y) const {
+    return m_mask + static_cast<std::ptrdiff_t>(y) * m_picture.width() + x;
+  }
+
+  Picture& m_picture;
+  std::uint32_t m_color;
+  std::uint32_t m_opacity;
+  const std::uint8_t* m_mask;
+};
+
+}  // namespace lumen

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdint>
+
+#include "displaylist/platform/points.h"
+#include "lumen/picture.h"
+#include "lumen/pixel_rectangle_p.h"
+
+namespace lumen {
+
+/// What a one-pixel line without antialiasing is drawn with.
+struct ThinLinePen {
+  Picture& picture;
+  PixelRectangle inside;  ///< within the picture
+  LM_RGB32 color;
+  const std::uint8_t* mask;  ///< a byte per pixel of the picture, or null
+  std::int32_t pattern;
+};
+
+/// Draws the polyline. No pixel of a joint is coloured twice; the last pixel
+/// of a closed polyline is its first one. Coordinates may be any.
+void draw_thin_polyline(const ThinLinePen& pen, std::int32_t count, const LM_DCI_Point* points);
+
+/// Colours one pixel if it is inside.
+void draw_pixel(const ThinLinePen& pen, const LM_DCI_Point& point);
+
+}  // namespace lumen
