@@ -13,7 +13,9 @@ std::int64_t floor_quotient(std::int64_t numerator, std::int64_t denominator) {
 }
 
 /// The first row or column whose centre is not before the coordinate.
-std::int32_t first_center(std::int32_t coordinate) { return (coordinate + units - 1) >> 8; }
+std::int32_t first_center(std::int32_t coordinate) {
+  return (coordinate + units - 1) >> 8;
+}
 
 }  // namespace
 

@@ -32,8 +32,7 @@ struct StepRange {
   std::int64_t last;
 };
 
-StepRange steps_inside(std::int64_t start, std::int32_t step, std::int64_t low,
-                       std::int64_t high) {
+StepRange steps_inside(std::int64_t start, std::int32_t step, std::int64_t low, std::int64_t high) {
   if (step > 0) return {low - start, high - start};
   return {start - high, start - low};
 }
@@ -91,11 +90,11 @@ LineRun line_run(const LM_DCI_Point& from, const LM_DCI_Point& to, const PixelRe
   const std::int64_t minor = x_is_major ? length_y : length_x;
   const std::int64_t bias = (x_is_major ? delta_y : delta_x) < 0 ? 1 : 0;
 
-  LineRun run{from.x,  from.y, x_is_major,   delta_x < 0 ? -1 : 1, delta_y < 0 ? -1 : 1, major, 0,
-              major - bias, 2 * minor, 2 * major};
+  LineRun run{
+      from.x,       from.y,    x_is_major, delta_x < 0 ? -1 : 1, delta_y < 0 ? -1 : 1, major, 0,
+      major - bias, 2 * minor, 2 * major};
   if (!inside.contains(from) || !inside.contains(to)) {
-    clip(run, {static_cast<std::uint64_t>(major), static_cast<std::uint64_t>(minor), bias},
-         inside);
+    clip(run, {static_cast<std::uint64_t>(major), static_cast<std::uint64_t>(minor), bias}, inside);
   }
   return run;
 }

@@ -18,7 +18,9 @@ Picture::Picture(std::int32_t width, std::int32_t height, LM_RGB32 color) {
   m_height = height;
 }
 
-void Picture::clear(LM_RGB32 color) { std::fill(m_pixels.begin(), m_pixels.end(), color.word); }
+void Picture::clear(LM_RGB32 color) {
+  std::fill(m_pixels.begin(), m_pixels.end(), color.word);
+}
 
 LM_RGB32 Picture::pixel(std::int32_t x, std::int32_t y) const {
   if (x < 0 || y < 0 || x >= m_width || y >= m_height) return {0xFF000000};

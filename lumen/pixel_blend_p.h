@@ -7,7 +7,9 @@
 namespace lumen {
 
 /// How much a colour covers: 255 opaque, 0 invisible.
-constexpr std::uint32_t opacity_of(LM_RGB32 color) { return 255 - (color.word >> 24); }
+constexpr std::uint32_t opacity_of(LM_RGB32 color) {
+  return 255 - (color.word >> 24);
+}
 
 /// a * b / 255, rounded; both up to 255.
 constexpr std::uint32_t scale_255(std::uint32_t a, std::uint32_t b) {

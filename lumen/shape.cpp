@@ -12,7 +12,7 @@ constexpr double near_limit = 1 << 21;
 constexpr double cells_of_band = 1 << 20;
 
 std::int32_t fixed(double coordinate) {
-  return agg::iround(coordinate * agg::poly_subpixel_scale);
+  return agg::ras_conv_int::upscale(coordinate);
 }
 
 }  // namespace

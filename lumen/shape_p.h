@@ -88,7 +88,8 @@ class Shape {
   void collect_edges(const PixelRectangle& inside);
   void collect_clipped_edges(const PixelRectangle& inside);
   void collect_cells(LM_Fill_Rule rule, const PixelRectangle& band);
-  [[nodiscard]] std::int32_t last_row_of_band(std::int32_t first, const PixelRectangle& inside) const;
+  [[nodiscard]] std::int32_t last_row_of_band(std::int32_t first,
+                                              const PixelRectangle& inside) const;
   [[nodiscard]] bool is_near() const;
 
   std::vector<Vertex> m_vertices;

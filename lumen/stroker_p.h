@@ -21,25 +21,44 @@ namespace lumen {
 class Stroker {
  public:
   /// Adds the stroke of the polyline as far as it can be seen in the
-  /// rectangle. Coordinates may be any.
+  /// rectangle. Coordinates may be any, `count` is at least 1.
   void add(std::int32_t count, const LM_DCI_Point* points, const LM_Line_Style& style,
            const PixelRectangle& inside, Shape& shape);
 
  private:
-  struct Corner {
-    double x;
-    double y;
+  /// Takes the corners of one contour from AGG's stroke mathematics.
+  class Outline {
+   public:
+    using value_type = agg::point_d;
+
+    explicit Outline(Shape& shape) : m_shape(shape) {}
+    /// The mathematics asks for an empty list before each joint.
+    void remove_all() {}
+    void add(const agg::point_d& point) {
+      if (m_started) {
+        m_shape.line_to(point.x, point.y);
+      } else {
+        m_shape.move_to(point.x, point.y);
+      }
+      m_started = true;
+    }
+
+   private:
+    Shape& m_shape;
+    bool m_started = false;
   };
-  class Outline;
 
   void set_style(const LM_Line_Style& style);
-  void add_piece(Shape& shape);
-  void add_dashes(Shape& shape);
-  void add_path(Shape& shape, bool closed);
-  void add_open(Outline& outline);
-  void add_closed(Outline& outline);
-  void add_dot(double x, double y, Shape& shape);
-  void start_piece(const Corner& corner, double distance);
+  void add_clipped(std::int32_t count, const LM_DCI_Point* points, const PixelRectangle& inside,
+                   Shape& shape);
+  /// The part of the polyline in m_piece; `distance` of its start along the line.
+  void add_piece(double distance, Shape& shape);
+  void add_dashes(double distance, Shape& shape);
+  /// The path in m_path.
+  void add_path(bool closed, Shape& shape);
+  void add_open(Shape& shape);
+  void add_closed(Shape& shape);
+  void add_dot(const LM_DCI_Point& point, Shape& shape);
 
   agg::math_stroke<Outline> m_math;
   agg::line_cap_e m_start_cap = agg::butt_cap;
@@ -47,8 +66,7 @@ class Stroker {
   agg::vcgen_dash m_dash;
   double m_pattern_length = 0;  ///< 0 for a solid line
   agg::vertex_sequence<agg::vertex_dist> m_path;
-  std::vector<Corner> m_piece;   ///< consecutive visible corners
-  double m_piece_distance = 0;   ///< of its first corner from the polyline's start
+  std::vector<agg::point_d> m_piece;
 };
 
 }  // namespace lumen

@@ -21,12 +21,14 @@ void walk(const LineRun& run, const Picture& picture, const Put& put) {
   const std::ptrdiff_t minor = run.x_is_major ? along_y : run.step_x;
   std::ptrdiff_t index = index_of(picture, run.x, run.y);
   std::int64_t error = run.error - run.error_limit;
+  const std::int64_t wrap = run.error_step - run.error_limit;
+  const std::ptrdiff_t diagonal = major + minor;
   for (std::int64_t i = run.count; i > 0; --i) {
     put(index);
-    error += run.error_step;
-    const std::int64_t steps = ~(error >> 63);
-    index += major + (minor & steps);
-    error -= run.error_limit & steps;
+    const std::int64_t straight = error + run.error_step;
+    const std::int64_t wrapped = error + wrap;
+    index += straight < 0 ? major : diagonal;
+    error = straight < 0 ? straight : wrapped;
   }
 }
 

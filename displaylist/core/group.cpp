@@ -22,18 +22,12 @@ std::int32_t round_up(std::int32_t coordinate, std::uint32_t mask) {
   return static_cast<std::int32_t>(static_cast<std::uint32_t>(coordinate) | mask);
 }
 
-/// The union of the cells of the level that the bounds touch at their corners.
-BoundsTemplate<long> round_out(const BoundsTemplate<long>& bounds, std::uint32_t level) {
-  const std::uint32_t mask = cell_mask(level);
-  return {round_down(bounds.min.x, mask), round_down(bounds.min.y, mask),
-          round_up(bounds.max.x, mask), round_up(bounds.max.y, mask)};
-}
-
 /// Creates the list's next open group as the last child of `parent`; null when
 /// there is no memory.
 OpenBottomGroup* open_last_child(Group& parent, std::uint32_t level,
                                  const BoundsTemplate<long>& seed, DisplayList& list) {
-  auto* child = new (list.m_heap) OpenBottomGroup(list, &parent, level, seed);
+  auto* child = new (list.m_heap)
+      OpenBottomGroup(list, &parent, level, OpenBottomGroup::cell_around(seed, level));
   if (child != nullptr) parent.append_child(child);
   return child;
 }
@@ -83,7 +77,7 @@ void Group::create_open_bottom_group(DisplayList* list) {
   const std::uint32_t child_level = level() + 1;
   Group* last = m_pLastChild.group;
   if (last != nullptr && last->level() == child_level &&
-      round_out(last->m_bounds, child_level) == last->m_bounds) {
+      OpenBottomGroup::cell_around(last->m_bounds, child_level) == last->m_bounds) {
     last->create_open_bottom_group(list);
     return;
   }
@@ -203,9 +197,9 @@ std::int32_t BottomGroup::count_and_set_last_drawable() {
 }
 
 OpenBottomGroup::OpenBottomGroup(DisplayList& list, Group* parent, std::uint32_t level,
-                                 const BoundsTemplate<long>& seed)
+                                 const BoundsTemplate<long>& cell)
     : BottomGroup(class_change::kUnfilled) {
-  m_bounds = round_out(seed, level);
+  m_bounds = cell;
   m_pDisplayList = &list;
   m_pParent = parent;
   list.m_openLevel = static_cast<std::int32_t>(level);
@@ -221,6 +215,13 @@ OpenBottomGroup::~OpenBottomGroup() {
   m_pDisplayList->m_pOpenGroup = nullptr;
   m_pDisplayList->m_cOpenDrawables = 0;
   m_pDisplayList->m_openBounds = {};
+}
+
+BoundsTemplate<long> OpenBottomGroup::cell_around(const BoundsTemplate<long>& seed,
+                                                  std::uint32_t level) {
+  const std::uint32_t mask = cell_mask(level);
+  return {round_down(seed.min.x, mask), round_down(seed.min.y, mask), round_up(seed.max.x, mask),
+          round_up(seed.max.y, mask)};
 }
 
 bool OpenBottomGroup::is_open() const {

@@ -181,10 +181,14 @@ class DISPLAYLIST_API BottomGroup : public Group {
 class DISPLAYLIST_API OpenBottomGroup : public BottomGroup {
  public:
   explicit OpenBottomGroup(class_change::Unfilled unfilled) : BottomGroup(unfilled) {}
-  /// Becomes the open group of `list`, of the given level: the cell or cells
-  /// of that level which `seed` touches. Does not link itself to `parent`.
+  /// Becomes the open group of `list`, of the given level and cell. Does not
+  /// link itself to `parent`.
   OpenBottomGroup(DisplayList& list, Group* parent, std::uint32_t level,
-                  const BoundsTemplate<long>& seed);
+                  const BoundsTemplate<long>& cell);
+
+  /// The union of the cells of a level, 1 or deeper, that the corners of `seed`
+  /// lie in: aligned squares of 2^(32 - level) logical units.
+  static BoundsTemplate<long> cell_around(const BoundsTemplate<long>& seed, std::uint32_t level);
   /// Leaves the list without an open group.
   ~OpenBottomGroup() override;
 

@@ -81,9 +81,10 @@ Group* DisplayList::split_open_group_and_add(Drawable* drawable, const BoundsTem
   OpenBottomGroup* split = m_pOpenGroup;
   Drawable* chain = split->m_pFirst.drawable;
   const std::uint32_t level = split->level();
-  BoundsTemplate<long> seed = chain != nullptr ? bounds_of(*chain) : bounds;
+  const BoundsTemplate<long> seed = chain != nullptr ? bounds_of(*chain) : bounds;
 
-  auto* child = new (m_heap) OpenBottomGroup(*this, split, level + 1, seed);
+  auto* child = new (m_heap)
+      OpenBottomGroup(*this, split, level + 1, OpenBottomGroup::cell_around(seed, level + 1));
   if (child == nullptr) return nullptr;
   split->m_level = level;
   class_change::become<Group>(split);

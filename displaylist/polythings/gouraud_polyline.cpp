@@ -14,8 +14,8 @@ void* DLGouraudPolyline::_parent_type = &DLPolyline::_parent_type;
 
 DLGouraudPolyline::DLGouraudPolyline(LM_RGB32 color, std::int32_t n,
                                      const PointTemplate<long>* source,
-                                     const LM_RGB32* source_colors)
-    : DLPolyline(color, n, source), colors(copy_array(source_colors, n, nullptr)) {
+                                     const LM_RGB32* source_colors, LumenHeap* heap)
+    : DLPolyline(color, n, source, heap), colors(copy_array(source_colors, n, heap)) {
   if (colors == nullptr) discard_points();
 }
 

@@ -12,8 +12,9 @@ namespace DL {
 
 void* DLPolygon::_parent_type = &Polything::_parent_type;
 
-DLPolygon::DLPolygon(LM_RGB32 color, std::int32_t n, const PointTemplate<long>* source)
-    : Polything(color, n, source) {}
+DLPolygon::DLPolygon(LM_RGB32 color, std::int32_t n, const PointTemplate<long>* source,
+                     LumenHeap* heap)
+    : Polything(color, n, source, heap) {}
 
 void* DLPolygon::my_type() {
   return &_parent_type;

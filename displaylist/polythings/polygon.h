@@ -9,7 +9,8 @@ namespace DL {
 class DISPLAYLIST_API DLPolygon : public Polything {
  public:
   /// Copies `count` points, 3 at least.
-  DLPolygon(LM_RGB32 color, std::int32_t count, const PointTemplate<long>* points);
+  DLPolygon(LM_RGB32 color, std::int32_t count, const PointTemplate<long>* points,
+            LumenHeap* heap = nullptr);
   explicit DLPolygon(class_change::Unfilled unfilled) : Polything(unfilled) {}
 
   void draw_unclipped(DisplayList& list) override;

@@ -17,8 +17,9 @@ namespace DL {
 
 void* DLPolyline::_parent_type = &Polything::_parent_type;
 
-DLPolyline::DLPolyline(LM_RGB32 color, std::int32_t n, const PointTemplate<long>* source)
-    : Polything(color, n, source) {}
+DLPolyline::DLPolyline(LM_RGB32 color, std::int32_t n, const PointTemplate<long>* source,
+                       LumenHeap* heap)
+    : Polything(color, n, source, heap) {}
 
 void* DLPolyline::my_type() {
   return &_parent_type;

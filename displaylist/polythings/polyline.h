@@ -11,7 +11,8 @@ namespace DL {
 class DISPLAYLIST_API DLPolyline : public Polything {
  public:
   /// Copies `count` points, 2 at least.
-  DLPolyline(LM_RGB32 color, std::int32_t count, const PointTemplate<long>* points);
+  DLPolyline(LM_RGB32 color, std::int32_t count, const PointTemplate<long>* points,
+             LumenHeap* heap = nullptr);
   explicit DLPolyline(class_change::Unfilled unfilled) : Polything(unfilled) {}
 
   void draw_unclipped(DisplayList& list) override;
@@ -41,7 +42,7 @@ class DISPLAYLIST_API DLGouraudPolyline : public DLPolyline {
  public:
   /// Copies `count` points and colours, 2 at least.
   DLGouraudPolyline(LM_RGB32 color, std::int32_t count, const PointTemplate<long>* points,
-                    const LM_RGB32* colors);
+                    const LM_RGB32* colors, LumenHeap* heap = nullptr);
   explicit DLGouraudPolyline(class_change::Unfilled unfilled) : DLPolyline(unfilled) {}
 
   void draw_unclipped(DisplayList& list) override;

@@ -19,8 +19,9 @@ constexpr std::int32_t kFirstReadPoints = 1 << 16;
 
 void* Polything::_parent_type = nullptr;
 
-Polything::Polything(LM_RGB32 color, std::int32_t n, const PointTemplate<long>* source)
-    : Drawable(color), points(copy_array(source, n, nullptr)) {
+Polything::Polything(LM_RGB32 color, std::int32_t n, const PointTemplate<long>* source,
+                     LumenHeap* heap)
+    : Drawable(color), points(copy_array(source, n, heap)) {
   if (points != nullptr) count = n;
 }
 

@@ -9,7 +9,8 @@ namespace DL {
 
 /// A counted array of logical points: base of polylines, polygons and the like.
 ///
-/// The array is copied at construction and owned. When it cannot be allocated
+/// The array is copied at construction, to the heap named there (null: the
+/// default heap), and owned. When it cannot be allocated
 /// the object holds no points and draws nothing.
 class DISPLAYLIST_API Polything : public Drawable {
  public:
@@ -35,8 +36,8 @@ class DISPLAYLIST_API Polything : public Drawable {
   static void* _parent_type;
 
  protected:
-  /// Copies `count` points; a count below 1 gives none.
-  Polything(LM_RGB32 color, std::int32_t count, const PointTemplate<long>* points);
+  /// Copies `count` points to the heap; a count below 1 gives none.
+  Polything(LM_RGB32 color, std::int32_t count, const PointTemplate<long>* points, LumenHeap* heap);
   explicit Polything(class_change::Unfilled unfilled) : Drawable(unfilled) {}
 
   /// Whether the other has the same points in the same order.
