@@ -10,7 +10,7 @@ namespace scenes {
 
 namespace {
 
-constexpr std::size_t kWalkPoints = 4;
+constexpr std::size_t kWalkPoints = kLargestPolyline;
 constexpr std::int64_t kStep = 1 << 14;       ///< of a random walk
 constexpr std::int64_t kExtent = 1 << 28;     ///< starts lie in [-kExtent, kExtent]
 constexpr std::size_t kNeighbours = 200;      ///< polylines of one run

@@ -15,6 +15,9 @@ namespace scenes {
 using Point = DL::PointTemplate<long>;
 using Bounds = DL::BoundsTemplate<long>;
 
+/// The most points that a polyline of a scene has.
+inline constexpr std::size_t kLargestPolyline = 4;
+
 /// Polylines of equal length, one after the other in drawing order.
 struct Polylines {
   std::size_t points_each = 0;

@@ -1,0 +1,116 @@
+#include "importers/list_filler.h"
+
+#include <algorithm>
+
+#include "displaylist/displaylist.h"
+
+namespace importers {
+
+namespace {
+
+using LogicalPoint = DL::PointTemplate<long>;
+using PointSymbol = DL::PalettizedDrawable<DL::DLPolyline>;
+
+bool has_all_points(const DL::Polything& thing) {
+  return thing.points != nullptr;
+}
+
+bool has_all_points(const DL::DLDot&) {
+  return true;
+}
+
+/// The drawable, or null when it or its points did not get their memory.
+template <class T>
+T* complete_or_null(T* drawable) {
+  if (drawable == nullptr || has_all_points(*drawable)) return drawable;
+  delete drawable;
+  return nullptr;
+}
+
+}  // namespace
+
+void ListFiller::load(const Sketch::Run& run) {
+  for (const Vertex& vertex : m_sketch.vertices(run)) m_points.push_back(logical(vertex));
+}
+
+void ListFiller::add_fill(const Sketch::Layer& layer, const Sketch::Area& area, LM_RGB32 color) {
+  m_points.clear();
+  const Sketch::Run* rings = &layer.rings[area.first_ring];
+  load(rings[0]);
+  const LogicalPoint anchor = m_points.front();
+  if (area.ring_count > 1) m_points.push_back(anchor);
+  for (std::size_t i = 1; i < area.ring_count; ++i) {
+    const std::size_t start = m_points.size();
+    load(rings[i]);
+    m_points.push_back(m_points[start]);
+    m_points.push_back(anchor);
+  }
+  const auto count = static_cast<std::int32_t>(m_points.size());
+  add(complete_or_null(new (m_drawing.heap.get()) DL::DLPolygon(color, count, m_points.data())),
+      m_points);
+}
+
+void ListFiller::add_outline(const Sketch::Run& ring, LM_RGB32 color) {
+  m_points.clear();
+  load(ring);
+  m_points.push_back(m_points.front());
+  add_pieces(color);
+}
+
+void ListFiller::add_line(const Sketch::Run& line, LM_RGB32 color) {
+  m_points.clear();
+  load(line);
+  add_pieces(color);
+}
+
+void ListFiller::add_pieces(LM_RGB32 color) {
+  const std::span<const LogicalPoint> all(m_points);
+  for (std::size_t first = 0; first + 1 < all.size(); first += longest_piece - 1) {
+    const auto piece = all.subspan(first, std::min(longest_piece, all.size() - first));
+    const auto count = static_cast<std::int32_t>(piece.size());
+    add(complete_or_null(new (m_drawing.heap.get()) DL::DLPolyline(color, count, piece.data())),
+        piece);
+  }
+}
+
+void ListFiller::begin_points(LM_RGB32 color, std::int32_t size) {
+  m_point_color = color;
+  m_point_rendition = nullptr;
+  if (size < 2) return;
+  auto rendition = std::make_unique<LM_Rendition>();
+  rendition->set_color(color, false);
+  rendition->set_line_weight(size);
+  m_point_rendition = rendition.get();
+  m_drawing.renditions.push_back(std::move(rendition));
+  // A line without length is then as large as its weight.
+  m_drawing.list->m_bWideDots = true;
+}
+
+void ListFiller::add_point(const Vertex& vertex) {
+  const LogicalPoint both_ends[2] = {logical(vertex), logical(vertex)};
+  LumenHeap* heap = m_drawing.heap.get();
+  DL::Drawable* symbol = nullptr;
+  if (m_point_rendition == nullptr) {
+    symbol = complete_or_null(new (heap) DL::DLDot(m_point_color, both_ends[0]));
+  } else {
+    symbol = complete_or_null(new (heap) PointSymbol(m_point_rendition, 2, both_ends));
+  }
+  add(symbol, {both_ends, 1});
+}
+
+void ListFiller::add(DL::Drawable* drawable, std::span<const LogicalPoint> points) {
+  if (drawable == nullptr) {
+    m_out_of_memory = true;
+    return;
+  }
+  DL::BoundsTemplate<long> bounds;
+  for (const LogicalPoint& point : points) bounds.widen(point);
+  if (m_drawing.list->add(drawable, bounds, 0) == nullptr) {
+    delete drawable;
+    m_out_of_memory = true;
+    return;
+  }
+  ++m_drawing.drawables;
+}
+
+}  // namespace importers

@@ -1,0 +1,169 @@
+#include "lumen/picture.h"
+
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <csignal>
+
+#include <filesystem>
+#include <fstream>
+
+#include "lumen/png_file.h"
+
+using lumen::Picture;
+using lumen::read_png;
+using lumen::write_png;
+
+namespace {
+
+/// A directory of the test's own, gone when the test is over.
+class Directory {
+ public:
+  Directory()
+      : m_path(std::filesystem::temp_directory_path() /
+               ("lumen_picture_test_" + std::to_string(getpid()))) {
+    std::filesystem::create_directory(m_path);
+  }
+  ~Directory() { std::filesystem::remove_all(m_path); }
+  Directory(const Directory&) = delete;
+  Directory& operator=(const Directory&) = delete;
+
+  [[nodiscard]] std::string file(const std::string& name) const { return (m_path / name).string(); }
+  [[nodiscard]] std::ptrdiff_t file_count() const {
+    return std::distance(std::filesystem::directory_iterator(m_path), {});
+  }
+
+ private:
+  std::filesystem::path m_path;
+};
+
+Picture colorful(std::uint32_t top_bytes) {
+  Picture picture(37, 11);
+  for (std::int32_t y = 0; y < picture.height(); ++y) {
+    for (std::int32_t x = 0; x < picture.width(); ++x) {
+      const auto value = static_cast<std::uint32_t>(x * 7919 + y * 104729) * 2654435761U;
+      picture.row(y)[x] = value & (0x00FFFFFF | top_bytes);
+    }
+  }
+  return picture;
+}
+
+/// PNG's colour type byte: 2 is RGB, 6 is RGB with alpha.
+int color_type(const std::string& path) {
+  std::ifstream file(path, std::ios::binary);
+  file.seekg(25);
+  return file.get();
+}
+
+TEST(Picture, startsInOneColor) {
+  Picture picture(3, 2, {0x00123456});
+  EXPECT_EQ(picture.width(), 3);
+  EXPECT_EQ(picture.height(), 2);
+  EXPECT_EQ(picture.pixel(2, 1).word, 0x00123456U);
+  picture.clear({5});
+  EXPECT_EQ(picture.pixel(0, 0).word, 5U);
+  picture.row(1)[2] = 6;
+  EXPECT_EQ(picture.pixel(2, 1).word, 6U);
+}
+
+TEST(Picture, hasInvisiblePixelsAround) {
+  const Picture picture(3, 2);
+  EXPECT_EQ(picture.pixel(-1, 0).word, 0xFF000000U);
+  EXPECT_EQ(picture.pixel(3, 0).word, 0xFF000000U);
+  EXPECT_EQ(picture.pixel(0, 2).word, 0xFF000000U);
+}
+
+TEST(Picture, impossibleSizesMakeAnEmptyOne) {
+  const std::int32_t sizes[][2] = {{0, 5},         {5, 0},     {-1, 5},        {5, INT32_MIN},
+                                   {INT32_MAX, 1}, {1, 65536}, {65535, 65535}, {INT32_MAX, INT32_MAX}};
+  for (const auto& size : sizes) {
+    const Picture picture(size[0], size[1]);
+    EXPECT_TRUE(picture.is_empty());
+    EXPECT_EQ(picture.width(), 0);
+    EXPECT_EQ(picture.height(), 0);
+  }
+}
+
+TEST(PngFile, opaquePicturesComeBackAsRgb) {
+  const Directory directory;
+  const std::string path = directory.file("opaque.png");
+  const Picture picture = colorful(0);
+  EXPECT_EQ(write_png(picture, path), "");
+  EXPECT_EQ(color_type(path), 2);
+  EXPECT_EQ(read_png(path), picture);
+  EXPECT_EQ(directory.file_count(), 1);
+}
+
+TEST(PngFile, transparentPicturesComeBackWithAlpha) {
+  const Directory directory;
+  const std::string path = directory.file("transparent.png");
+  const Picture picture = colorful(0xFF000000);
+  EXPECT_EQ(write_png(picture, path), "");
+  EXPECT_EQ(color_type(path), 6);
+  EXPECT_EQ(read_png(path), picture);
+}
+
+TEST(PngFile, anExistingFileIsReplaced) {
+  const Directory directory;
+  const std::string path = directory.file("twice.png");
+  EXPECT_EQ(write_png(Picture(900, 900), path), "");
+  const Picture picture = colorful(0);
+  EXPECT_EQ(write_png(picture, path), "");
+  EXPECT_EQ(read_png(path), picture);
+}
+
+TEST(PngFile, aFailedWriteNamesTheFileAndLeavesNothing) {
+  const Directory directory;
+  const std::string path = directory.file("no/such/directory.png");
+  const std::string error = write_png(colorful(0), path);
+  EXPECT_NE(error.find(path), std::string::npos) << error;
+  EXPECT_NE(error.find("No such file"), std::string::npos) << error;
+
+  const std::string taken = directory.file("taken");
+  std::filesystem::create_directory(taken);
+  EXPECT_NE(write_png(colorful(0), taken), "");
+  EXPECT_EQ(directory.file_count(), 1);
+}
+
+TEST(PngFile, aFullDiskIsToldAndLeavesNothing) {
+  // A limit on the file size stands for the full disk: both fail in mid-file.
+  const Directory directory;
+  const std::string path = directory.file("full.png");
+  EXPECT_EXIT(
+      {
+        signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{1000, 1000};
+        setrlimit(RLIMIT_FSIZE, &limit);
+        const std::string error = write_png(colorful(0xFF000000), path);
+        _exit(error.find(path) != std::string::npos ? 0 : 1);
+      },
+      testing::ExitedWithCode(0), "");
+  EXPECT_EQ(directory.file_count(), 0);
+}
+
+TEST(PngFile, anEmptyPictureCannotBeWritten) {
+  const Directory directory;
+  EXPECT_NE(write_png(Picture(), directory.file("empty.png")), "");
+  EXPECT_EQ(directory.file_count(), 0);
+}
+
+TEST(PngFile, whatIsNoPngIsToldByName) {
+  const Directory directory;
+  std::string error;
+  EXPECT_TRUE(read_png(directory.file("missing.png"), &error).is_empty());
+  EXPECT_NE(error.find("missing.png"), std::string::npos) << error;
+
+  const std::string text = directory.file("text.png");
+  std::ofstream(text) << "this is no picture";
+  EXPECT_TRUE(read_png(text, &error).is_empty());
+  EXPECT_NE(error.find("text.png"), std::string::npos) << error;
+
+  const std::string cut = directory.file("cut.png");
+  ASSERT_EQ(write_png(colorful(0), cut), "");
+  std::filesystem::resize_file(cut, 200);
+  EXPECT_TRUE(read_png(cut, &error).is_empty());
+  EXPECT_NE(error.find("cut.png"), std::string::npos) << error;
+}
+
+}  // namespace

@@ -1,0 +1,112 @@
+#include "lumen/recorder.h"
+
+#include <gtest/gtest.h>
+
+using lumen::Recorder;
+
+namespace {
+
+const LM_DCI_Point two_points[] = {{1, 2, 0}, {3, 4, 0}};
+const LM_RGB32 two_colors[] = {{0x10}, {0x20}};
+
+TEST(Recorder, writesEveryActionDownByName) {
+  Recorder recorder;
+  LM_Rendition rendition;
+  const LM_Device_Actions& actions = recorder.actions;
+  const LM_Vertex_Triple triples[] = {{{1, 2, 3}}, {{4, 5, 6}}};
+  const std::uint32_t word = 77;
+  LM_Image* image = nullptr;
+  actions.dot_clipped(&rendition, two_points, nullptr);
+  actions.dot_unclipped(&rendition, two_points, two_colors);
+  actions.polyline_clipped(&rendition, 2, two_points);
+  actions.polyline_unclipped(&rendition, 2, two_points);
+  actions.gouraud_polyline_clipped(&rendition, 2, two_points, two_colors);
+  actions.gouraud_polyline_unclipped(&rendition, 2, two_points, two_colors);
+  actions.polygon_clipped(&rendition, 2, two_points, 0);
+  actions.polygon_unclipped(&rendition, 2, two_points, 5);
+  actions.triangle_strip_clipped(&rendition, 2, two_points);
+  actions.triangle_strip_unclipped(&rendition, 2, two_points);
+  actions.gouraud_triangle_strip_clipped(&rendition, 2, two_points, two_colors);
+  actions.textured_triangle_strip_clipped(&rendition, 2, two_points, two_colors, triples, 9, &word,
+                                          triples);
+  actions.textured_triangle_strip_unclipped(&rendition, 2, two_points, nullptr, nullptr, 9,
+                                            nullptr, nullptr);
+  actions.marker_clipped(&rendition, 2, two_points);
+  actions.marker_unclipped(&rendition, 2, two_points);
+  actions.image_clipped(&rendition, two_points, &image);
+  actions.image_unclipped(&rendition, two_points, &image);
+  actions.elliptical_arc(&rendition, two_points, two_points + 1, 0.5F, 1.5F, 0.25F, nullptr);
+  actions.elliptical_arc_colored(&rendition, two_points, two_points + 1, 0, 1, 2, two_colors);
+  actions.elliptical_area(&rendition, two_points, two_points + 1, 0.1, 1e10, -1, two_colors);
+
+  const std::vector<std::string> expected = {
+      "dot_clipped color=00000000 (1,2)",
+      "dot_unclipped color=00000000 (1,2) own_color=00000010",
+      "polyline_clipped color=00000000 (1,2) (3,4)",
+      "polyline_unclipped color=00000000 (1,2) (3,4)",
+      "gouraud_polyline_clipped color=00000000 (1,2) (3,4) #00000010 #00000020",
+      "gouraud_polyline_unclipped color=00000000 (1,2) (3,4) #00000010 #00000020",
+      "polygon_clipped color=00000000 (1,2) (3,4) integer=0",
+      "polygon_unclipped color=00000000 (1,2) (3,4) integer=5",
+      "triangle_strip_clipped color=00000000 (1,2) (3,4)",
+      "triangle_strip_unclipped color=00000000 (1,2) (3,4)",
+      "gouraud_triangle_strip_clipped color=00000000 (1,2) (3,4) #00000010 #00000020",
+      "textured_triangle_strip_clipped color=00000000 (1,2) (3,4) #00000010 #00000020 [1,2,3] "
+      "[4,5,6] integer=9 word=77 triple=[1,2,3]",
+      "textured_triangle_strip_unclipped color=00000000 (1,2) (3,4) integer=9",
+      "marker_clipped color=00000000 (1,2) (3,4)",
+      "marker_unclipped color=00000000 (1,2) (3,4)",
+      "image_clipped color=00000000 (1,2)",
+      "image_unclipped color=00000000 (1,2)",
+      "elliptical_arc color=00000000 (1,2) (3,4) 0.5 1.5 0.25",
+      "elliptical_arc_colored color=00000000 (1,2) (3,4) 0 1 2 own_color=00000010",
+      "elliptical_area color=00000000 (1,2) (3,4) 0.1 1e+10 -1 own_color=00000010",
+  };
+  EXPECT_EQ(recorder.lines(), expected);
+  EXPECT_EQ(recorder.calls()[15].image_cell, &image);
+}
+
+TEST(Recorder, keepsTheRenditionOfTheCall) {
+  Recorder recorder;
+  LM_Rendition rendition;
+  rendition.set_color({0x00FF0000}, true);
+  rendition.set_line_weight(3);
+  rendition.set_line_pattern(LM_PATTERN_DASH);
+  rendition.set_end_styles(LM_END_ROUND, LM_END_SQUARE);
+  rendition.set_complex_clip(LM_Create<LM_Contour_Set_Data>(), true);
+  const auto selector = LM_Create<LM_Selector_Data>();
+  int drawable = 0;
+  selector->set_selection_key(&drawable, 4);
+  rendition.set_selector_data(selector);
+  recorder.actions.polyline_clipped(&rendition, 2, two_points);
+  rendition.set_color({0}, true);
+  selector->set_selection_key(nullptr, 0);
+
+  ASSERT_EQ(recorder.calls().size(), 1U);
+  const lumen::RecordedCall& call = recorder.calls()[0];
+  EXPECT_EQ(call.rendition, &rendition);
+  EXPECT_EQ(call.selection_key, &drawable);
+  EXPECT_EQ(call.selection_index, 4);
+  EXPECT_EQ(to_string(call),
+            "polyline_clipped color=00FF0000 weight=3 pattern=1 ends=1,2 complex_clip (1,2) (3,4)");
+}
+
+TEST(Recorder, clearForgetsTheCalls) {
+  Recorder recorder;
+  LM_Rendition rendition;
+  recorder.actions.dot_clipped(&rendition, two_points, nullptr);
+  recorder.clear();
+  EXPECT_TRUE(recorder.calls().empty());
+}
+
+TEST(Renderer, asItStandsDrawsNothing) {
+  const LM_Renderer renderer;
+  LM_Rendition rendition;
+  const std::uint64_t serial = rendition.change_serial();
+  renderer.actions.polyline_clipped(&rendition, 2, two_points);
+  renderer.actions.dot_unclipped(&rendition, two_points, nullptr);
+  EXPECT_EQ(rendition.change_serial(), serial);
+  EXPECT_FALSE(renderer.options.supports_complex_clip);
+}
+
+}  // namespace
