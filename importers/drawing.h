@@ -25,6 +25,7 @@ struct Drawing {
   Extent extent;    ///< of all that is drawn, in drawing coordinates
   Mapping mapping;  ///< drawing to logical coordinates
   std::vector<std::string> layers;  ///< the names of the layers read, in drawing order
+  bool has_fills = false;
   bool is_map = false;              ///< filled areas in longitude and latitude
 
   std::size_t drawables = 0;

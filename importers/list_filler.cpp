@@ -34,6 +34,7 @@ void ListFiller::load(const Sketch::Run& run) {
 }
 
 void ListFiller::add_fill(const Sketch::Layer& layer, const Sketch::Area& area, LM_RGB32 color) {
+  m_drawing.has_fills = true;
   m_points.clear();
   const Sketch::Run* rings = &layer.rings[area.first_ring];
   load(rings[0]);

@@ -39,10 +39,10 @@ constexpr std::uint32_t blend(std::uint32_t under, std::uint32_t over, std::uint
   const std::uint32_t part = opacity + (opacity >> 7);
   const std::uint32_t rest = 256 - part;
   const std::uint32_t red_blue =
-      (((over & 0x00FF00FF) * part + (under & 0x00FF00FF) * rest) >> 8) & 0x00FF00FF;
+      (over & 0x00FF00FF) * part + (under & 0x00FF00FF) * rest + 0x00800080;
   const std::uint32_t green =
-      (((over & 0x0000FF00) * part + (under & 0x0000FF00) * rest) >> 8) & 0x0000FF00;
-  return red_blue | green;
+      ((over >> 8) & 0xFF) * part + ((under >> 8) & 0xFF) * rest + 0x00000080;
+  return ((red_blue >> 8) & 0x00FF00FF) | (green & 0x0000FF00);
 }
 
 static_assert(blend(0x00123456, 0x00FEDCBA, 0) == 0x00123456);

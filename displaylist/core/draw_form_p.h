@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include "displaylist/core/display_list.h"
@@ -19,68 +20,92 @@ struct Form {
   bool selection;  ///< draws the selection pass
 };
 
+inline constexpr Form kUnclipped{Clip::none, false, false, false};
+inline constexpr Form kCircled{Clip::circle, false, false, false};
+inline constexpr Form kComplex{Clip::complex, false, false, false};
+inline constexpr Form kSelection{Clip::none, false, false, true};
+
+constexpr Form bounded(Form form) {
+  form.bounded = true;
+  return form;
+}
+constexpr Form interruptible(Form form) {
+  form.interrupt = true;
+  return form;
+}
+/// The form that goes on below a group that lies inside the inner rectangle.
+constexpr Form without_bounds(Form form) {
+  form.bounded = false;
+  return form;
+}
+/// The form that goes on below a group that lies inside the lifted clip.
+constexpr Form without_clip(Form form) {
+  form.clip = Clip::none;
+  return form;
+}
+
+/// The virtual operation of each form.
+template <Form F>
+inline constexpr std::nullptr_t operation = nullptr;
+template <>
+inline constexpr auto operation<kUnclipped> = &Group::draw_unclipped;
+template <>
+inline constexpr auto operation<kCircled> = &Group::draw_circled;
+template <>
+inline constexpr auto operation<kComplex> = &Group::draw_complex;
+template <>
+inline constexpr auto operation<bounded(kUnclipped)> = &Group::draw_bounded;
+template <>
+inline constexpr auto operation<bounded(kCircled)> = &Group::draw_circled_bounded;
+template <>
+inline constexpr auto operation<bounded(kComplex)> = &Group::draw_complex_bounded;
+template <>
+inline constexpr auto operation<interruptible(kUnclipped)> = &Group::draw_unclipped_interrupt;
+template <>
+inline constexpr auto operation<interruptible(kCircled)> = &Group::draw_circled_interrupt;
+template <>
+inline constexpr auto operation<interruptible(kComplex)> = &Group::draw_complex_interrupt;
+template <>
+inline constexpr auto operation<interruptible(bounded(kUnclipped))> =
+    &Group::draw_bounded_interrupt;
+template <>
+inline constexpr auto operation<interruptible(bounded(kCircled))> =
+    &Group::draw_circled_bounded_interrupt;
+template <>
+inline constexpr auto operation<interruptible(bounded(kComplex))> =
+    &Group::draw_complex_bounded_interrupt;
+template <>
+inline constexpr auto operation<kSelection> = &Group::draw_unclipped_selection;
+template <>
+inline constexpr auto operation<bounded(kSelection)> = &Group::draw_bounded_selection;
+template <>
+inline constexpr auto operation<interruptible(kSelection)> =
+    &Group::draw_unclipped_selection_interrupt;
+template <>
+inline constexpr auto operation<interruptible(bounded(kSelection))> =
+    &Group::draw_bounded_selection_interrupt;
+
 /// The region of a bounded form.
 struct Region {
   const BoundsTemplate<long>* inner;
   const BoundsTemplate<long>* outer;
 };
 
-/// The form that goes on below a group that lies inside the inner rectangle.
-constexpr Form without_bounds(Form form) {
-  return {form.clip, false, form.interrupt, form.selection};
-}
-
-/// The form that goes on below a group that lies inside the lifted clip.
-constexpr Form without_clip(Form form) {
-  return {Clip::none, form.bounded, form.interrupt, form.selection};
-}
-
-/// Calls the group's virtual operation for the form; true for the forms that
-/// do not tell.
+/// Calls the group's operation of the form; true for the forms that do not tell.
 template <Form F>
 bool visit(const Group& group, DisplayList& list, const Region& region) {
-  static_assert(!F.selection || F.clip == Clip::none, "selection knows no clip tests");
-#define DL_PLAIN_CALL(operation)              \
-  if constexpr (F.interrupt) {                \
-    return group.operation##_interrupt(list); \
-  } else {                                    \
-    group.operation(list);                    \
-    return true;                              \
-  }
-#define DL_BOUNDED_CALL(operation)                                          \
-  if constexpr (F.interrupt) {                                              \
-    return group.operation##_interrupt(list, *region.inner, *region.outer); \
-  } else {                                                                  \
-    group.operation(list, *region.inner, *region.outer);                    \
-    return true;                                                            \
-  }
-  if constexpr (F.selection) {
-    if constexpr (F.bounded) {
-      DL_BOUNDED_CALL(draw_bounded_selection)
-    } else {
-      DL_PLAIN_CALL(draw_unclipped_selection)
-    }
-  } else if constexpr (F.clip == Clip::none) {
-    if constexpr (F.bounded) {
-      DL_BOUNDED_CALL(draw_bounded)
-    } else {
-      DL_PLAIN_CALL(draw_unclipped)
-    }
-  } else if constexpr (F.clip == Clip::circle) {
-    if constexpr (F.bounded) {
-      DL_BOUNDED_CALL(draw_circled_bounded)
-    } else {
-      DL_PLAIN_CALL(draw_circled)
-    }
+  constexpr auto call = operation<F>;
+  if constexpr (F.bounded && F.interrupt) {
+    return (group.*call)(list, *region.inner, *region.outer);
+  } else if constexpr (F.bounded) {
+    (group.*call)(list, *region.inner, *region.outer);
+    return true;
+  } else if constexpr (F.interrupt) {
+    return (group.*call)(list);
   } else {
-    if constexpr (F.bounded) {
-      DL_BOUNDED_CALL(draw_complex_bounded)
-    } else {
-      DL_PLAIN_CALL(draw_complex)
-    }
+    (group.*call)(list);
+    return true;
   }
-#undef DL_PLAIN_CALL
-#undef DL_BOUNDED_CALL
 }
 
 }  // namespace DL::draw

@@ -12,23 +12,19 @@ namespace DL {
 
 namespace {
 
+using draw::bounded;
 using draw::Clip;
 using draw::Form;
+using draw::interruptible;
+using draw::kCircled;
+using draw::kComplex;
+using draw::kSelection;
+using draw::kUnclipped;
 using draw::Region;
+using draw::without_bounds;
+using draw::without_clip;
 
 constexpr Region kEverywhere{nullptr, nullptr};
-
-constexpr Form kUnclipped{Clip::none, false, false, false};
-constexpr Form kCircled{Clip::circle, false, false, false};
-constexpr Form kComplex{Clip::complex, false, false, false};
-constexpr Form kSelection{Clip::none, false, false, true};
-
-constexpr Form bounded(Form form) {
-  return {form.clip, true, form.interrupt, form.selection};
-}
-constexpr Form interruptible(Form form) {
-  return {form.clip, form.bounded, true, form.selection};
-}
 
 /// How a group lies to the region of a bounded form.
 enum class Place : std::uint8_t { inside, meeting, apart };

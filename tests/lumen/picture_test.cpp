@@ -75,8 +75,9 @@ TEST(Picture, hasInvisiblePixelsAround) {
 }
 
 TEST(Picture, impossibleSizesMakeAnEmptyOne) {
-  const std::int32_t sizes[][2] = {{0, 5},         {5, 0},     {-1, 5},        {5, INT32_MIN},
-                                   {INT32_MAX, 1}, {1, 65536}, {65535, 65535}, {INT32_MAX, INT32_MAX}};
+  const std::int32_t sizes[][2] = {
+      {0, 5},         {5, 0},     {-1, 5},        {5, INT32_MIN},
+      {INT32_MAX, 1}, {1, 65536}, {65535, 65535}, {INT32_MAX, INT32_MAX}};
   for (const auto& size : sizes) {
     const Picture picture(size[0], size[1]);
     EXPECT_TRUE(picture.is_empty());
@@ -126,19 +127,23 @@ TEST(PngFile, aFailedWriteNamesTheFileAndLeavesNothing) {
   EXPECT_EQ(directory.file_count(), 1);
 }
 
+/// Writes under a limit on the file size, which stands for a full disk: both
+/// fail in mid-file. Ends the process, with 0 if the error names the file.
+[[noreturn]] void write_beyond_limit(const Picture& picture, const std::string& path) {
+  std::signal(SIGXFSZ, SIG_IGN);
+  const rlimit limit{1000, 1000};
+  setrlimit(RLIMIT_FSIZE, &limit);
+  const std::string error = write_png(picture, path);
+  _exit(error.find(path) != std::string::npos ? 0 : 1);
+}
+
 TEST(PngFile, aFullDiskIsToldAndLeavesNothing) {
-  // A limit on the file size stands for the full disk: both fail in mid-file.
   const Directory directory;
   const std::string path = directory.file("full.png");
-  EXPECT_EXIT(
-      {
-        signal(SIGXFSZ, SIG_IGN);
-        const rlimit limit{1000, 1000};
-        setrlimit(RLIMIT_FSIZE, &limit);
-        const std::string error = write_png(colorful(0xFF000000), path);
-        _exit(error.find(path) != std::string::npos ? 0 : 1);
-      },
-      testing::ExitedWithCode(0), "");
+  EXPECT_EXIT(write_beyond_limit(colorful(0), path), testing::ExitedWithCode(0), "");
+  Picture large(300, 300);
+  for (std::int32_t y = 0; y < 300; ++y) std::copy_n(colorful(0).row(y % 11), 37, large.row(y));
+  EXPECT_EXIT(write_beyond_limit(large, path), testing::ExitedWithCode(0), "");
   EXPECT_EQ(directory.file_count(), 0);
 }
 

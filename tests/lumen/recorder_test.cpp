@@ -29,8 +29,8 @@ TEST(Recorder, writesEveryActionDownByName) {
   actions.gouraud_triangle_strip_clipped(&rendition, 2, two_points, two_colors);
   actions.textured_triangle_strip_clipped(&rendition, 2, two_points, two_colors, triples, 9, &word,
                                           triples);
-  actions.textured_triangle_strip_unclipped(&rendition, 2, two_points, nullptr, nullptr, 9,
-                                            nullptr, nullptr);
+  actions.textured_triangle_strip_unclipped(&rendition, 2, two_points, nullptr, nullptr, 9, nullptr,
+                                            nullptr);
   actions.marker_clipped(&rendition, 2, two_points);
   actions.marker_unclipped(&rendition, 2, two_points);
   actions.image_clipped(&rendition, two_points, &image);

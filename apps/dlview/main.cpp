@@ -1,0 +1,46 @@
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <exception>
+#include <new>
+#include <string>
+
+#include "apps/dlview/render_command.h"
+
+namespace {
+
+constexpr int success = 0;
+constexpr int failure = 1;
+constexpr int wrong_usage = 2;
+
+int fail(const std::string& sentence) {
+  std::fprintf(stderr, "dlview: %s.\n", sentence.c_str());
+  return failure;
+}
+
+int run(int argc, char** argv) {
+  CLI::App program("Draws vector drawings: maps, plans, plots.", "dlview");
+  program.set_version_flag("--version", "dlview " DLVIEW_VERSION);
+  program.require_subcommand(1);
+  program.footer("`dlview render --help` tells more.\n"
+                 "Exit status: 0 done, 1 a file cannot be read, drawn or written, 2 wrong usage.");
+  const dlview::RenderCommand render(program);
+  try {
+    program.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    return program.exit(error) == success ? success : wrong_usage;
+  }
+  const std::string problem = render.run();
+  return problem.empty() ? success : fail(problem);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return run(argc, argv);
+  } catch (const std::bad_alloc&) {
+    return fail("there is not enough memory; draw fewer layers or a smaller picture");
+  } catch (const std::exception& error) {
+    return fail(error.what());
+  }
+}

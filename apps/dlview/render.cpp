@@ -1,0 +1,107 @@
+#include "apps/dlview/render.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+
+#include "apps/dlview/color.h"
+#include "apps/dlview/output_file.h"
+#include "apps/dlview/progress_line.h"
+#include "apps/dlview/visits.h"
+#include "importers/loader.h"
+#include "lumen/raster_device.h"
+
+namespace dlview {
+
+namespace {
+
+using importers::Drawing;
+
+std::string read(const RenderOptions& options, Drawing& drawing) {
+  ProgressLine line("reading " + options.input, isatty(STDERR_FILENO) != 0);
+  importers::ReadOptions reading;
+  reading.layers = options.layers;
+  reading.fill = options.fill;
+  reading.line_color = options.line_color;
+  reading.point_size = options.point_size;
+  reading.progress = [&](const importers::Progress& progress) {
+    line.show(progress);
+    return true;
+  };
+  std::string problem = importers::read_drawing(options.input, reading, drawing);
+  if (!problem.empty() || drawing.unusable_points == 0 || options.skip_unusable) return problem;
+  return "the drawing '" + options.input + "' has " + std::to_string(drawing.unusable_points) +
+         " points whose coordinates are not finite or beyond 1e15, the first in " +
+         drawing.first_unusable + "; repair them, or leave them out with --skip-unusable";
+}
+
+/// Paints what lies inside the clip, whose surroundings stay as they are.
+void paint_background(DL::DisplayList& list, const PictureSize& size, LM_RGB32 color) {
+  const LM_DCI_Point corners[4] = {
+      {-1, -1, 0}, {size.width, -1, 0}, {size.width, size.height, 0}, {-1, size.height, 0}};
+  list.m_rendition.set_color(color, true);
+  list.m_pRenderer->actions.polygon_clipped(&list.m_rendition, 4, corners, 0);
+}
+
+/// Gives the list, and the renditions of its own that the drawing has, all
+/// that drawing into the picture asks for, but the transform.
+void prepare(Drawing& drawing, const RenderOptions& options, lumen::Picture& picture) {
+  const LM_Handle<lumen::RasterDevice> device = LM_Create<lumen::RasterDevice>(picture);
+  device->set_antialiased(options.antialiased);
+  DL::DisplayList& list = *drawing.list;
+  list.m_pRenderer = device;
+  list.m_bComplexClipSupported = device->options.supports_complex_clip;
+  const LM_Contour_Set clip = clip_of(options.form, options.size);
+  LM_Rendition& working = list.m_rendition;
+  working.set_line_weight(options.line_width);
+  working.set_end_styles(LM_END_ROUND);
+  working.set_complex_clip(clip, true);
+  for (const std::unique_ptr<LM_Rendition>& rendition : drawing.renditions) {
+    rendition->set_clip_rectangle(working.clip_rectangle());
+    rendition->set_complex_clip(clip, true);
+  }
+}
+
+void tell(const Visits& visits, const Drawing& drawing, double milliseconds,
+          const std::string& output) {
+  std::printf("%zu of %zu drawables, %zu groups visited, %.2f ms, %s\n", visits.drawables,
+              drawing.drawables, visits.groups, milliseconds, output.c_str());
+}
+
+void draw_picture(Drawing& drawing, const RenderOptions& options, lumen::Picture& picture) {
+  using Clock = std::chrono::steady_clock;
+  prepare(drawing, options, picture);
+  DL::DisplayList& list = *drawing.list;
+  const Region region = visible_region(list, std::max(options.line_width, options.point_size));
+  const LM_RGB32 usual = drawing.is_map ? sea : paper;
+  paint_background(list, options.size, options.background.value_or(usual));
+  const Clock::time_point start = Clock::now();
+  draw(list, options.form, region);
+  const std::chrono::duration<double, std::milli> taken = Clock::now() - start;
+  if (!options.statistics) return;
+  tell(count_visits(list, options.form, region), drawing, taken.count(), options.output);
+}
+
+}  // namespace
+
+std::string render(const RenderOptions& options) {
+  std::string problem = check_output(options.output);
+  if (!problem.empty()) return problem;
+  Drawing drawing;
+  problem = read(options, drawing);
+  if (!problem.empty()) return problem;
+  View view;
+  problem = make_view(drawing, options.window, options.size, view);
+  if (!problem.empty()) return "the drawing '" + options.input + "' " + problem;
+  lumen::Picture picture(options.size.width, options.size.height, white);
+  if (picture.is_empty()) {
+    return "a picture as large as '" + options.output + "' cannot be held; give a smaller --size";
+  }
+  view.apply(*drawing.list);
+  draw_picture(drawing, options, picture);
+  return write_output(picture, options.output);
+}
+
+}  // namespace dlview

@@ -1,0 +1,49 @@
+#include "importers/ogr/data_set.h"
+
+#include <ogrsf_frmts.h>
+
+#include <string_view>
+
+namespace importers::ogr {
+
+DataSet open(const std::string& path) {
+  constexpr unsigned flags = GDAL_OF_VECTOR | GDAL_OF_READONLY;
+  return DataSet(GDALDataset::Open(path.c_str(), flags));
+}
+
+std::vector<OGRLayer*> chosen_layers(GDALDataset& data_set, const ReadOptions& options,
+                                     std::string* missing) {
+  std::vector<OGRLayer*> layers;
+  for (const std::string& name : options.layers) {
+    OGRLayer* layer = data_set.GetLayerByName(name.c_str());
+    if (layer == nullptr) {
+      *missing = name;
+      return {};
+    }
+    layers.push_back(layer);
+  }
+  if (!options.layers.empty()) return layers;
+  for (OGRLayer* layer : data_set.GetLayers()) layers.push_back(layer);
+  return layers;
+}
+
+std::string layer_names(GDALDataset& data_set) {
+  constexpr int most_names = 12;
+  std::string names;
+  for (int i = 0; i < data_set.GetLayerCount(); ++i) {
+    if (i > 0) names += ", ";
+    if (i == most_names) return names + "...";
+    names += "'" + std::string(data_set.GetLayer(i)->GetName()) + "'";
+  }
+  return names;
+}
+
+bool is_geographic(GDALDataset& data_set, OGRLayer& layer) {
+  const OGRSpatialReference* reference = layer.GetSpatialRef();
+  if (reference != nullptr) return reference->IsGeographic() != 0;
+  // This format names no reference: like GeoJSON, it is meant for degrees.
+  const GDALDriver* driver = data_set.GetDriver();
+  return driver != nullptr && std::string_view(driver->GetDescription()) == "TopoJSON";
+}
+
+}  // namespace importers::ogr

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <gdal_priv.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "importers/importer.h"
+
+namespace importers::ogr {
+
+struct DataSetCloser {
+  void operator()(GDALDataset* data_set) const { GDALClose(GDALDataset::ToHandle(data_set)); }
+};
+using DataSet = std::unique_ptr<GDALDataset, DataSetCloser>;
+
+/// The vector data of the file; null when it cannot be opened.
+DataSet open(const std::string& path);
+
+/// The layers that the options name, in their order, or all. When there is no
+/// layer of a name, `*missing` is that name.
+std::vector<OGRLayer*> chosen_layers(GDALDataset& data_set, const ReadOptions& options,
+                                     std::string* missing);
+
+/// The names of all layers, for people: "'roads', 'rivers'".
+std::string layer_names(GDALDataset& data_set);
+
+/// Whether the layer's coordinates are longitudes and latitudes.
+bool is_geographic(GDALDataset& data_set, OGRLayer& layer);
+
+}  // namespace importers::ogr

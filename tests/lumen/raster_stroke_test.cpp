@@ -1,0 +1,240 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "tests/lumen/text_art.h"
+
+using text_art::Canvas;
+using text_art::Points;
+using text_art::points;
+using text_art::Rows;
+
+namespace {
+
+Rows stroke(std::int32_t weight, std::int32_t start, std::int32_t end, const Points& path) {
+  Canvas canvas(14, 7);
+  canvas.rendition.set_line_weight(weight);
+  canvas.rendition.set_end_styles(start, end);
+  canvas.polyline(path);
+  return canvas.rows();
+}
+
+TEST(Stroke, flatEndsStopAtTheEndPoints) {
+  EXPECT_EQ(stroke(3, LM_END_FLAT, LM_END_FLAT, points({{4, 3}, {9, 3}})), (Rows{
+                                                                               "..............",
+                                                                               "..............",
+                                                                               "....#####.....",
+                                                                               "....#####.....",
+                                                                               "....#####.....",
+                                                                               "..............",
+                                                                               "..............",
+                                                                           }));
+}
+
+TEST(Stroke, evenWeightsLieOneRowHigher) {
+  EXPECT_EQ(stroke(2, LM_END_FLAT, LM_END_FLAT, points({{4, 3}, {9, 3}})), (Rows{
+                                                                               "..............",
+                                                                               "..............",
+                                                                               "....#####.....",
+                                                                               "....#####.....",
+                                                                               "..............",
+                                                                               "..............",
+                                                                               "..............",
+                                                                           }));
+}
+
+TEST(Stroke, eachEndHasItsOwnStyle) {
+  const Rows square_then_round = {
+      "..............",  //
+      "..#########...",  //
+      "..##########..",  //
+      "..##########..",  //
+      "..##########..",  //
+      "..#########...",  //
+      "..............",
+  };
+  EXPECT_EQ(stroke(5, LM_END_SQUARE, LM_END_ROUND, points({{4, 3}, {9, 3}})), square_then_round);
+  Rows round_then_square = square_then_round;
+  EXPECT_EQ(stroke(5, LM_END_ROUND, LM_END_SQUARE, points({{9, 3}, {4, 3}})), round_then_square);
+}
+
+TEST(Stroke, anUnknownEndStyleIsFlat) {
+  const Points path = points({{4, 3}, {9, 3}});
+  EXPECT_EQ(stroke(5, -1, 77, path), stroke(5, LM_END_FLAT, LM_END_FLAT, path));
+}
+
+TEST(Stroke, withoutLengthIsADotOfTheWeight) {
+  EXPECT_EQ(stroke(3, LM_END_FLAT, LM_END_FLAT, points({{4, 3}})), (Rows{
+                                                                       "..............",
+                                                                       "..............",
+                                                                       "...###........",
+                                                                       "...###........",
+                                                                       "...###........",
+                                                                       "..............",
+                                                                       "..............",
+                                                                   }));
+  EXPECT_EQ(stroke(5, LM_END_ROUND, LM_END_ROUND, points({{4, 3}, {4, 3}})), (Rows{
+                                                                                 "..............",
+                                                                                 "...###........",
+                                                                                 "..#####.......",
+                                                                                 "..#####.......",
+                                                                                 "..#####.......",
+                                                                                 "...###........",
+                                                                                 "..............",
+                                                                             }));
+}
+
+TEST(Stroke, jointsAreFilled) {
+  EXPECT_EQ(stroke(3, LM_END_FLAT, LM_END_FLAT, points({{3, 6}, {3, 2}, {9, 2}})),
+            (Rows{
+                "..............",
+                "..#######.....",
+                "..#######.....",
+                "..#######.....",
+                "..###.........",
+                "..###.........",
+                "..............",
+            }));
+}
+
+TEST(Stroke, aClosedPolylineHasNoEnds) {
+  EXPECT_EQ(stroke(3, LM_END_FLAT, LM_END_FLAT, points({{3, 1}, {10, 1}, {10, 5}, {3, 5}, {3, 1}})),
+            (Rows{
+                "..##########..",
+                "..##########..",
+                "..##########..",
+                "..###....###..",
+                "..##########..",
+                "..##########..",
+                "..##########..",
+            }));
+}
+
+TEST(Stroke, patternsGrowWithTheWeight) {
+  Canvas canvas(40, 3);
+  canvas.rendition.set_line_weight(3);
+  canvas.rendition.set_line_pattern(LM_PATTERN_DASH);
+  canvas.polyline(points({{0, 1}, {40, 1}}));
+  const std::string row = "########################............####";
+  EXPECT_EQ(canvas.rows(), (Rows{row, row, row}));
+}
+
+TEST(Stroke, aCutPatternKeepsItsPhase) {
+  for (const std::int32_t pattern : {LM_PATTERN_DASH, LM_PATTERN_DASH_DOT_DOT}) {
+    Canvas near(60, 3);
+    Canvas far(60, 3);
+    near.rendition.set_line_weight(3);
+    near.rendition.set_line_pattern(pattern);
+    far.rendition = near.rendition;
+    near.polyline(points({{0, 1}, {60, 1}}));
+    // 3 * 24 and 3 * 12 units both divide the way to the window.
+    far.polyline(points({{-72'000'000, 1}, {2'000'000'000, 1}}));
+    EXPECT_EQ(near.rows(), far.rows());
+  }
+}
+
+TEST(Stroke, dashesOfAHugeLineAreMadeOnlyWhereTheyAreSeen) {
+  Canvas canvas(16, 16);
+  canvas.device.set_antialiased(true);
+  canvas.rendition.set_line_pattern(LM_PATTERN_DOT);
+  canvas.polyline(points({{INT32_MIN, 8}, {INT32_MAX, 8}, {INT32_MIN, INT32_MAX}}));
+  const Rows rows = canvas.rows();
+  EXPECT_NE(rows[8].find('#'), std::string::npos);
+  EXPECT_NE(rows[8].find('.'), std::string::npos);
+}
+
+TEST(Stroke, antialiasedInkIsLengthTimesWeight) {
+  for (const std::int32_t weight : {1, 2, 5, 9}) {
+    Canvas canvas(120, 120);
+    canvas.device.set_antialiased(true);
+    canvas.rendition.set_line_weight(weight);
+    canvas.polyline(points({{20, 30}, {90, 80}}));
+    double ink = 0;
+    for (std::int32_t y = 0; y < 120; ++y) {
+      for (std::int32_t x = 0; x < 120; ++x) {
+        ink += (255.0 - (canvas.picture.pixel(x, y).word & 0xFF)) / 255;
+      }
+    }
+    const double area = std::hypot(70, 50) * weight;
+    EXPECT_NEAR(ink, area, area * 0.02) << weight;
+  }
+}
+
+TEST(Stroke, antialiasedLinesThroughPixelCentersFillThem) {
+  Canvas canvas(6, 3);
+  canvas.device.set_antialiased(true);
+  canvas.polyline(points({{0, 1}, {5, 1}}));
+  EXPECT_EQ(canvas.rows(), (Rows{
+                               "......",
+                               "5####5",
+                               "......",
+                           }));
+}
+
+TEST(Stroke, transparentInkCoversCrossingsOnce) {
+  Canvas canvas(9, 9);
+  canvas.rendition.set_line_weight(3);
+  canvas.rendition.set_color({0x80000000}, true);
+  canvas.polyline(points({{4, 0}, {4, 8}, {8, 8}, {8, 4}, {0, 4}}));
+  for (const std::string& row : canvas.rows()) {
+    EXPECT_EQ(row.find_first_not_of(".4"), std::string::npos) << row;
+  }
+}
+
+TEST(Stroke, aClipRectangleOnlyHides) {
+  std::mt19937 random(11);
+  std::uniform_int_distribution<std::int32_t> any(-60, 90);
+  for (int i = 0; i < 300; ++i) {
+    Points path;
+    for (int k = 0; k < 5; ++k) path.push_back({any(random), any(random), 0});
+    if (i % 3 == 0) path.push_back(path.front());
+    Canvas whole(32, 32);
+    whole.rendition.set_line_weight(2 + i % 9);
+    whole.rendition.set_end_styles(i % 3, i % 2);
+    whole.polyline(path);
+    const LM_Clip_Rectangle clip{3, 20, i % 16, i % 16 + 12};
+    Canvas part(32, 32);
+    part.rendition = whole.rendition;
+    part.rendition.set_clip_rectangle(clip);
+    part.polyline(path);
+    for (std::int32_t y = 0; y < 32; ++y) {
+      for (std::int32_t x = 0; x < 32; ++x) {
+        const LM_RGB32 expected =
+            clip.contains({x, y, 0}) ? whole.picture.pixel(x, y) : text_art::white;
+        ASSERT_EQ(part.picture.pixel(x, y), expected) << i << ": " << x << "," << y;
+      }
+    }
+  }
+}
+
+TEST(Stroke, aClosedPolylineThatIsCutHasNoEndsEither) {
+  const Points far_square =
+      points({{10, 10}, {40'000, 10}, {40'000, 40'000}, {10, 40'000}, {10, 10}});
+  Canvas cut(20, 20);
+  cut.rendition.set_line_weight(7);
+  cut.polyline(far_square);
+  Canvas joined(20, 20);
+  joined.rendition.set_line_weight(7);
+  joined.polyline(points({{10, 100}, {10, 10}, {100, 10}}));
+  EXPECT_EQ(cut.rows(), joined.rows());
+}
+
+TEST(Stroke, extremeCoordinatesAndWeightsAreNoHarm) {
+  const std::int32_t extremes[] = {INT32_MIN, -1, 9, INT32_MAX};
+  for (const bool antialiased : {false, true}) {
+    for (const std::int32_t weight : {INT32_MIN, 0, 2, 1000, INT32_MAX}) {
+      for (const std::int32_t x : extremes) {
+        for (const std::int32_t y : extremes) {
+          Canvas canvas(16, 16);
+          canvas.device.set_antialiased(antialiased);
+          canvas.rendition.set_line_weight(weight);
+          canvas.rendition.set_end_styles(LM_END_ROUND, LM_END_SQUARE);
+          canvas.polyline(points({{8, 8}, {x, y}, {y, x}}));
+          ASSERT_NE(canvas.picture.pixel(8, 8), text_art::white);
+        }
+      }
+    }
+  }
+}
+
+}  // namespace
