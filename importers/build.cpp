@@ -44,7 +44,7 @@ void add_areas(const Sketch& sketch, const Sketch::Layer& layer, std::size_t ind
   }
   const LM_RGB32 usual = options.fill ? palette::outline : palette::line(index);
   const LM_RGB32 color = options.line_color.value_or(usual);
-  for (const Sketch::Run& ring : layer.rings) filler.add_outline(ring, color);
+  for (const Sketch::Run& ring : layer.rings) filler.add_outline(ring, layer.geographic, color);
 }
 
 void add_layer(const Sketch& sketch, std::size_t index, const ReadOptions& options,
@@ -66,6 +66,14 @@ void take_over_counts(const Sketch& sketch, Drawing& drawing) {
   drawing.first_unusable = sketch.first_unusable();
 }
 
+bool is_map(const Sketch& sketch, const ReadOptions& options) {
+  const auto any_area = [](const Sketch::Layer& layer) { return !layer.areas.empty(); };
+  const auto geographic = [](const Sketch::Layer& layer) { return layer.geographic; };
+  const std::vector<Sketch::Layer>& layers = sketch.layers();
+  return options.fill && std::any_of(layers.begin(), layers.end(), any_area) &&
+         std::all_of(layers.begin(), layers.end(), geographic);
+}
+
 }  // namespace
 
 std::string build(const Sketch& sketch, const ReadOptions& options, Drawing& drawing) {
@@ -77,6 +85,7 @@ std::string build(const Sketch& sketch, const ReadOptions& options, Drawing& dra
   }
   drawing.extent = sketch.extent();
   drawing.mapping = Mapping::fitting(drawing.extent);
+  drawing.is_map = is_map(sketch, options);
   drawing.list = std::make_unique<DL::DisplayList>(drawing.heap.get());
   ListFiller filler(sketch, drawing);
   for (const std::size_t index : drawing_order(sketch.layers(), options)) {

@@ -7,10 +7,9 @@
 
 namespace importers {
 
-/// Makes the display list of a sketch and fills in the rest of the drawing, all
-/// but `is_map`. Empty on success, else what is wrong as the end of a sentence
-/// that starts with the file's name.
-[[nodiscard]] std::string build(const Sketch& sketch, const ReadOptions& options,
-                                Drawing& drawing);
+/// Makes the display list of a sketch and fills in the rest of the drawing.
+/// Empty on success, else what is wrong as the end of a sentence that starts
+/// with the file's name.
+[[nodiscard]] std::string build(const Sketch& sketch, const ReadOptions& options, Drawing& drawing);
 
 }  // namespace importers

@@ -22,18 +22,17 @@ struct Drawing {
   std::vector<std::unique_ptr<LM_Rendition>> renditions;
   std::unique_ptr<DL::DisplayList> list;
 
-  Extent extent;    ///< of all that is drawn, in drawing coordinates
-  Mapping mapping;  ///< drawing to logical coordinates
+  Extent extent;                    ///< of all that is drawn, in drawing coordinates
+  Mapping mapping;                  ///< drawing to logical coordinates
   std::vector<std::string> layers;  ///< the names of the layers read, in drawing order
-  bool has_fills = false;
   bool is_map = false;              ///< filled areas in longitude and latitude
 
   std::size_t drawables = 0;
-  std::size_t points = 0;              ///< vertices kept, as the file has them
-  std::size_t features = 0;            ///< features read, drawn or not
-  std::size_t empty_features = 0;      ///< those without any geometry to draw
-  std::size_t unusable_points = 0;     ///< left out: not finite, or too large to be told apart
-  std::string first_unusable;          ///< where the first of them is, in words
+  std::size_t points = 0;           ///< vertices kept, as the file has them
+  std::size_t features = 0;         ///< features read, drawn or not
+  std::size_t empty_features = 0;   ///< those without any geometry to draw
+  std::size_t unusable_points = 0;  ///< left out: not finite, or too large to be told apart
+  std::string first_unusable;       ///< where the first of them is, in words
 };
 
 }  // namespace importers

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "displaylist/displaylist.h"
+#include "importers/sphere.h"
 
 namespace importers {
 
@@ -34,7 +35,6 @@ void ListFiller::load(const Sketch::Run& run) {
 }
 
 void ListFiller::add_fill(const Sketch::Layer& layer, const Sketch::Area& area, LM_RGB32 color) {
-  m_drawing.has_fills = true;
   m_points.clear();
   const Sketch::Run* rings = &layer.rings[area.first_ring];
   load(rings[0]);
@@ -51,10 +51,18 @@ void ListFiller::add_fill(const Sketch::Layer& layer, const Sketch::Area& area, 
       m_points);
 }
 
-void ListFiller::add_outline(const Sketch::Run& ring, LM_RGB32 color) {
-  m_points.clear();
-  load(ring);
-  m_points.push_back(m_points.front());
+void ListFiller::add_outline(const Sketch::Run& ring, bool geographic, LM_RGB32 color) {
+  const std::span<const Vertex> vertices = m_sketch.vertices(ring);
+  m_points.assign(1, logical(vertices.front()));
+  for (std::size_t i = 0; i < vertices.size(); ++i) {
+    const Vertex& from = vertices[i];
+    const Vertex& to = vertices[i + 1 == vertices.size() ? 0 : i + 1];
+    if (geographic && sphere::is_seam(from, to)) {
+      add_pieces(color);
+      m_points.clear();
+    }
+    m_points.push_back(logical(to));
+  }
   add_pieces(color);
 }
 

@@ -33,8 +33,7 @@ const Importer* load(const fs::path& module, std::vector<std::string>* problems)
   return nullptr;
 }
 
-const Importer* best_match(const std::vector<const Importer*>& importers,
-                           const std::string& path) {
+const Importer* best_match(const std::vector<const Importer*>& importers, const std::string& path) {
   const Importer* best = nullptr;
   Match best_match = Match::none;
   for (const Importer* importer : importers) {

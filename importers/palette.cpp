@@ -6,13 +6,13 @@ namespace importers::palette {
 
 LM_RGB32 area(std::size_t index) {
   static constexpr std::array<LM_RGB32, area_colors> colors{{{0x00F3E3B3},
-                                                            {0x00CFE0B8},
-                                                            {0x00F2C9B0},
-                                                            {0x00D9CCE3},
-                                                            {0x00F7D794},
-                                                            {0x00B9D8C2},
-                                                            {0x00EFBFC0},
-                                                            {0x00E4E2A8}}};
+                                                             {0x00CFE0B8},
+                                                             {0x00F2C9B0},
+                                                             {0x00D9CCE3},
+                                                             {0x00F7D794},
+                                                             {0x00B9D8C2},
+                                                             {0x00EFBFC0},
+                                                             {0x00E4E2A8}}};
   return colors[index % colors.size()];
 }
 

@@ -21,8 +21,10 @@ Extent extent_of(std::span<const Vertex> vertices) {
 
 }  // namespace
 
-void Sketch::begin_layer(std::string name) {
-  m_layers.push_back({std::move(name), {}, {}, {}, {}, 0.0});
+void Sketch::begin_layer(std::string name, bool geographic) {
+  Layer& layer = m_layers.emplace_back();
+  layer.name = std::move(name);
+  layer.geographic = geographic;
   m_feature_in_layer = 0;
 }
 
@@ -97,8 +99,8 @@ Sketch::Run Sketch::append_usable(std::span<const Vertex> vertices) {
 
 void Sketch::note_unusable() {
   if (m_unusable_vertex_count++ > 0) return;
-  m_first_unusable = "feature " + std::to_string(m_feature_in_layer) + " of layer '" +
-                     m_layers.back().name + "'";
+  m_first_unusable =
+      "feature " + std::to_string(m_feature_in_layer) + " of layer '" + m_layers.back().name + "'";
 }
 
 void Sketch::forget(const Run& run) {

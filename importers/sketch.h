@@ -42,6 +42,7 @@ class Sketch {
   };
   struct Layer {
     std::string name;
+    bool geographic = false;  ///< in degrees of longitude and latitude
     std::vector<Run> rings;
     std::vector<Area> areas;
     std::vector<Run> lines;
@@ -49,7 +50,8 @@ class Sketch {
     double area_sizes = 0.0;          ///< the sum of the areas' extents
   };
 
-  void begin_layer(std::string name);
+  /// `geographic`: its coordinates are degrees of longitude and latitude.
+  void begin_layer(std::string name, bool geographic);
   /// The geometry that follows is one feature.
   void begin_feature();
   /// Notes a feature in which nothing can be drawn.

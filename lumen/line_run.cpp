@@ -67,7 +67,12 @@ void advance(LineRun& run, const Slope& slope, std::int64_t steps) {
   run.y = static_cast<std::int32_t>(run.y + run.step_y * steps_y);
 }
 
-void clip(LineRun& run, const Slope& slope, const PixelRectangle& inside) {
+}  // namespace
+
+void clip_line_run(LineRun& run, const PixelRectangle& inside) {
+  const Slope slope{static_cast<std::uint64_t>(run.error_limit / 2),
+                    static_cast<std::uint64_t>(run.error_step / 2),
+                    run.error_limit / 2 - run.error};
   const StepRange x = steps_inside(run.x, run.step_x, inside.min_x, inside.max_x);
   const StepRange y = steps_inside(run.y, run.step_y, inside.min_y, inside.max_y);
   const StepRange along = run.x_is_major ? x : y;
@@ -76,27 +81,6 @@ void clip(LineRun& run, const Slope& slope, const PixelRectangle& inside) {
   const std::int64_t last = std::min({run.count - 1, along.last, across.last});
   run.count = std::max(last - first + 1, std::int64_t{0});
   if (run.count > 0 && first > 0) advance(run, slope, first);
-}
-
-}  // namespace
-
-LineRun line_run(const LM_DCI_Point& from, const LM_DCI_Point& to, const PixelRectangle& inside) {
-  const std::int64_t delta_x = std::int64_t{to.x} - from.x;
-  const std::int64_t delta_y = std::int64_t{to.y} - from.y;
-  const std::int64_t length_x = delta_x < 0 ? -delta_x : delta_x;
-  const std::int64_t length_y = delta_y < 0 ? -delta_y : delta_y;
-  const bool x_is_major = length_x >= length_y;
-  const std::int64_t major = x_is_major ? length_x : length_y;
-  const std::int64_t minor = x_is_major ? length_y : length_x;
-  const std::int64_t bias = (x_is_major ? delta_y : delta_x) < 0 ? 1 : 0;
-
-  LineRun run{
-      from.x,       from.y,    x_is_major, delta_x < 0 ? -1 : 1, delta_y < 0 ? -1 : 1, major, 0,
-      major - bias, 2 * minor, 2 * major};
-  if (!inside.contains(from) || !inside.contains(to)) {
-    clip(run, {static_cast<std::uint64_t>(major), static_cast<std::uint64_t>(minor), bias}, inside);
-  }
-  return run;
 }
 
 }  // namespace lumen

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 
 #include "displaylist/platform/points.h"
@@ -26,9 +27,28 @@ struct LineRun {
   std::int64_t error_limit;
 };
 
+/// Leaves of a whole line's run what is inside the rectangle.
+void clip_line_run(LineRun& run, const PixelRectangle& inside);
+
 /// The pixels from `from` to `to`, the last one excluded, inside the
 /// rectangle: exactly those of the whole line, whatever the coordinates.
-LineRun line_run(const LM_DCI_Point& from, const LM_DCI_Point& to, const PixelRectangle& inside);
+inline LineRun line_run(const LM_DCI_Point& from, const LM_DCI_Point& to,
+                        const PixelRectangle& inside) {
+  const std::int64_t delta_x = std::int64_t{to.x} - from.x;
+  const std::int64_t delta_y = std::int64_t{to.y} - from.y;
+  const std::int64_t length_x = delta_x < 0 ? -delta_x : delta_x;
+  const std::int64_t length_y = delta_y < 0 ? -delta_y : delta_y;
+  const bool x_is_major = length_x >= length_y;
+  const std::int64_t major = x_is_major ? length_x : length_y;
+  const std::int64_t minor = x_is_major ? length_y : length_x;
+  const std::int64_t bias = (x_is_major ? delta_y : delta_x) < 0 ? 1 : 0;
+
+  LineRun run{
+      from.x,       from.y,    x_is_major, delta_x < 0 ? -1 : 1, delta_y < 0 ? -1 : 1, major, 0,
+      major - bias, 2 * minor, 2 * major};
+  if (!inside.contains(from) || !inside.contains(to)) clip_line_run(run, inside);
+  return run;
+}
 
 /// How many pixels the line has without its last one.
 inline std::int64_t line_length(const LM_DCI_Point& from, const LM_DCI_Point& to) {

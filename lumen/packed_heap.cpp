@@ -1,5 +1,7 @@
 #include "lumen/packed_heap.h"
 
+#include <new>
+
 #ifdef LUMEN_PLAIN_HEAP
 #include "lumen/plain_heap_core_p.h"
 #else

@@ -2,6 +2,8 @@
 
 #include "lumen/packed_heap_core_p.h"
 
+#include <new>
+
 namespace lumen {
 
 PackedHeap::Core::~Core() {

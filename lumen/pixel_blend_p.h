@@ -24,7 +24,7 @@ constexpr std::uint32_t blend_transparent(std::uint32_t under, std::uint32_t ove
   const std::uint32_t total = opacity + under_part;
   if (total == 0) return under;
   std::uint32_t result = (255 - total) << 24;
-  for (const std::uint32_t shift : {0U, 8U, 16U}) {
+  for (std::uint32_t shift = 0; shift < 24; shift += 8) {
     const std::uint32_t a = (over >> shift) & 0xFF;
     const std::uint32_t b = (under >> shift) & 0xFF;
     result |= ((a * opacity + b * under_part + total / 2) / total) << shift;

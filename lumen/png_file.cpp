@@ -7,8 +7,8 @@
 #include <atomic>
 #include <cerrno>
 #include <csetjmp>
-#include <cstdio>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
 #include <vector>
 
@@ -40,7 +40,7 @@ void fill_row(Encoding& encoding, std::int32_t y) {
   const std::uint32_t* words = encoding.picture.row(y);
   png_byte* bytes = encoding.row.data();
   for (std::int32_t x = 0; x < encoding.picture.width(); ++x) {
-    for (const std::uint32_t shift : {16U, 8U, 0U}) {
+    for (int shift = 16; shift >= 0; shift -= 8) {
       *bytes++ = static_cast<png_byte>(words[x] >> shift);
     }
     if (encoding.with_alpha) *bytes++ = static_cast<png_byte>(255 - (words[x] >> 24));

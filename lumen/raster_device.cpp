@@ -1,8 +1,10 @@
 #include "lumen/raster_device.h"
 
 #include "lumen/clip_mask_p.h"
+#include "lumen/line_pattern_p.h"
 #include "lumen/pixel_rectangle_p.h"
 #include "lumen/shape_p.h"
+#include "lumen/smooth_line_p.h"
 #include "lumen/span_pen_p.h"
 #include "lumen/stroker_p.h"
 #include "lumen/thin_line_p.h"
@@ -14,11 +16,17 @@ constexpr bool is_invisible(LM_RGB32 color) {
   return opacity_of(color) == 0;
 }
 
+/// A line like most: opaque, one pixel wide, solid.
+bool is_plain(LM_RGB32 color, const LM_Line_Style& style) {
+  return opacity_of(color) == 255 && style.weight <= 1 && pattern_lengths(style.pattern).empty();
+}
+
 /// What a thread keeps from one action to the next, so that drawing allocates
 /// only until it has seen its largest shape.
 struct Scratch {
   Shape shape;
   Stroker stroker;
+  SmoothLine smooth_line;
   ClipMasks masks;
 };
 
@@ -67,10 +75,13 @@ void RasterDevice::draw_polyline(LM_Rendition* rendition, std::int32_t count,
   if (style.weight <= 1 && !m_antialiased) {
     return draw_thin_polyline({m_picture, inside, ink, mask, style.pattern}, count, points);
   }
-  auto& [shape, stroker, masks] = scratch();
-  shape.clear();
-  stroker.add(count, points, style, inside, shape);
   SpanPen pen(m_picture, ink, mask);
+  if (is_plain(ink, style) && SmoothLine::can_draw(count, points)) {
+    return scratch().smooth_line.draw(count, points, inside, pen);
+  }
+  Shape& shape = scratch().shape;
+  shape.clear();
+  scratch().stroker.add(count, points, style, inside, shape);
   shape.fill(LM_Fill_Rule::non_zero, m_antialiased, inside, pen);
 }
 

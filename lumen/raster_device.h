@@ -21,11 +21,13 @@ namespace lumen {
 ///   the area of its stroke, with round joints; each end, and each end of a
 ///   dash, has its style. A line pattern starts anew with each polyline. A
 ///   polyline without length is a dot as large as the weight.
+///   An opaque solid line of weight 1 is drawn smooth as a line, not as an
+///   area: from the pixel of its start up to that of its end.
 /// - A polygon is filled by the even-odd rule. Without antialiasing a pixel is
 ///   inside when its centre is; centres on a right or lower edge are not.
 ///
 /// The same geometry covers the same pixels through any clip rectangle, but
-/// for the last bit of antialiased covers.
+/// for the last bits of antialiased covers.
 ///
 /// Several threads may draw at once, each with another rendition: into
 /// disjoint clip rectangles, since a pixel must have one writer at a time.

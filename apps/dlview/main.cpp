@@ -21,8 +21,9 @@ int run(int argc, char** argv) {
   CLI::App program("Draws vector drawings: maps, plans, plots.", "dlview");
   program.set_version_flag("--version", "dlview " DLVIEW_VERSION);
   program.require_subcommand(1);
-  program.footer("`dlview render --help` tells more.\n"
-                 "Exit status: 0 done, 1 a file cannot be read, drawn or written, 2 wrong usage.");
+  program.footer(
+      "`dlview render --help` tells more.\n"
+      "Exit status: 0 done, 1 a file cannot be read, drawn or written, 2 wrong usage.");
   const dlview::RenderCommand render(program);
   try {
     program.parse(argc, argv);

@@ -32,9 +32,10 @@ std::string read(const RenderOptions& options, Drawing& drawing) {
   };
   std::string problem = importers::read_drawing(options.input, reading, drawing);
   if (!problem.empty() || drawing.unusable_points == 0 || options.skip_unusable) return problem;
-  return "the drawing '" + options.input + "' has " + std::to_string(drawing.unusable_points) +
-         " points whose coordinates are not finite or beyond 1e15, the first in " +
-         drawing.first_unusable + "; repair them, or leave them out with --skip-unusable";
+  return "the drawing '" + options.input +
+         "' has coordinates that are not finite or beyond 1e15 (" +
+         std::to_string(drawing.unusable_points) + " of its points, the first in " +
+         drawing.first_unusable + "); repair them, or leave them out with --skip-unusable";
 }
 
 /// Paints what lies inside the clip, whose surroundings stay as they are.
@@ -64,24 +65,22 @@ void prepare(Drawing& drawing, const RenderOptions& options, lumen::Picture& pic
   }
 }
 
-void tell(const Visits& visits, const Drawing& drawing, double milliseconds,
-          const std::string& output) {
-  std::printf("%zu of %zu drawables, %zu groups visited, %.2f ms, %s\n", visits.drawables,
-              drawing.drawables, visits.groups, milliseconds, output.c_str());
-}
-
-void draw_picture(Drawing& drawing, const RenderOptions& options, lumen::Picture& picture) {
+/// Draws, and returns how many milliseconds that took.
+double draw_picture(Drawing& drawing, const RenderOptions& options, const Region& region) {
   using Clock = std::chrono::steady_clock;
-  prepare(drawing, options, picture);
   DL::DisplayList& list = *drawing.list;
-  const Region region = visible_region(list, std::max(options.line_width, options.point_size));
   const LM_RGB32 usual = drawing.is_map ? sea : paper;
   paint_background(list, options.size, options.background.value_or(usual));
   const Clock::time_point start = Clock::now();
   draw(list, options.form, region);
-  const std::chrono::duration<double, std::milli> taken = Clock::now() - start;
-  if (!options.statistics) return;
-  tell(count_visits(list, options.form, region), drawing, taken.count(), options.output);
+  return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
+}
+
+void tell_statistics(Drawing& drawing, const RenderOptions& options, const Region& region,
+                     double milliseconds) {
+  const Visits visits = count_visits(*drawing.list, options.form, region);
+  std::printf("%zu of %zu drawables, %zu groups visited, %.2f ms, %s\n", visits.drawables,
+              drawing.drawables, visits.groups, milliseconds, options.output.c_str());
 }
 
 }  // namespace
@@ -100,8 +99,15 @@ std::string render(const RenderOptions& options) {
     return "a picture as large as '" + options.output + "' cannot be held; give a smaller --size";
   }
   view.apply(*drawing.list);
-  draw_picture(drawing, options, picture);
-  return write_output(picture, options.output);
+  prepare(drawing, options, picture);
+  const std::int32_t reach = std::max(options.line_width, options.point_size);
+  const Region region = visible_region(*drawing.list, reach);
+  const double milliseconds = draw_picture(drawing, options, region);
+  problem = write_output(picture, options.output);
+  if (problem.empty() && options.statistics) {
+    tell_statistics(drawing, options, region, milliseconds);
+  }
+  return problem;
 }
 
 }  // namespace dlview

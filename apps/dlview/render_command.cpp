@@ -2,6 +2,7 @@
 
 #include <charconv>
 #include <map>
+#include <tuple>
 
 #include "apps/dlview/color.h"
 #include "lumen/picture.h"
@@ -21,10 +22,14 @@ constexpr const char* footer =
     "  dlview render roads.gpkg -o roads.png --layer rivers --layer roads --line-width 2";
 
 constexpr const char* statistics_help =
-    "Print one line to standard output: the drawables drawn of those held, the groups visited "
-    "(the root and the children of every group in which something is drawn, counted in a second "
-    "drawing that paints nothing), the milliseconds that drawing took without reading and "
-    "writing, and the file";
+    "Print one line to standard output: the drawables\n"
+    "drawn of those held, the groups visited (the root and\n"
+    "the children of every group in which something is\n"
+    "drawn, counted in a second drawing that paints\n"
+    "nothing), the milliseconds that drawing took without\n"
+    "reading and writing, and the file";
+
+using Corners = std::tuple<double, double, double, double>;
 
 const std::map<std::string, DrawForm>& draw_forms() {
   static const std::map<std::string, DrawForm> forms{{"unclipped", DrawForm::unclipped},
@@ -58,8 +63,8 @@ RenderCommand::RenderCommand(CLI::App& program)
 void RenderCommand::add_files() {
   m_command
       ->add_option("INPUT", m_options.input,
-                   "The drawing: GeoJSON, TopoJSON, GeoPackage, Shapefile, FlatGeobuf, KML, DXF "
-                   "or another vector format that GDAL reads")
+                   "The drawing: GeoJSON, TopoJSON, GeoPackage, Shapefile,\n"
+                   "FlatGeobuf, KML, DXF or another vector format that\nGDAL reads")
       ->required();
   m_command
       ->add_option("-o,--output", m_options.output,
@@ -71,8 +76,8 @@ void RenderCommand::add_files() {
       ->type_name("NAME")
       ->allow_extra_args(false);
   m_command->add_flag("--skip-unusable", m_options.skip_unusable,
-                      "Leave out points whose coordinates are not finite or beyond 1e15, instead "
-                      "of refusing the drawing");
+                      "Leave out points whose coordinates are not finite or\n"
+                      "beyond 1e15, instead of refusing the drawing");
 }
 
 void RenderCommand::add_view_options() {
@@ -87,20 +92,20 @@ void RenderCommand::add_view_options() {
       ->type_name("WxH")
       ->default_str("1920x1080");
   m_command
-      ->add_option_function<std::vector<double>>(
+      ->add_option_function<Corners>(
           "--window",
-          [this](const std::vector<double>& corners) {
-            m_options.window = {corners[0], corners[1], corners[2], corners[3]};
+          [this](const Corners& corners) {
+            m_options.window = std::make_from_tuple<importers::Extent>(corners);
           },
-          "The part of the drawing to show, in drawing coordinates; the whole drawing with a "
-          "margin if not given")
-      ->type_name("MINX MINY MAXX MAXY")
-      ->expected(4);
+          "The part of the drawing to show, in drawing\ncoordinates; the whole drawing with a "
+          "margin\n"
+          "if not given")
+      ->type_name("MINX MINY MAXX MAXY");
   m_command
       ->add_option_function<std::string>(
           "--form", [this](const std::string& name) { m_options.form = draw_forms().at(name); },
-          "Draw through this form of the library: all of the drawing, only what the window meets, "
-          "clipped by a circle, or clipped by a star")
+          "Draw through this form of the library: all of the\ndrawing, only what the window meets, "
+          "clipped by a\ncircle, or clipped by a star")
       ->type_name("unclipped|bounded|circled|complex")
       ->default_str("bounded")
       ->check(CLI::IsMember(draw_forms()).description(""));
@@ -108,10 +113,10 @@ void RenderCommand::add_view_options() {
 
 void RenderCommand::add_look_options() {
   add_color("--background", m_options.background,
-            "Background, #RRGGBB or one of " + color_names() +
-                "; sea for maps of filled areas, paper for other drawings if not given");
+            "Background, #RRGGBB or one of\n" + color_names() +
+                ";\nsea for maps of filled areas, paper for other\ndrawings if not given");
   add_color("--line-color", m_options.line_color,
-            "Colour of all lines and outlines; one for each layer if not given");
+            "Colour of all lines and outlines; one for each layer\nif not given");
   m_command->add_option("--line-width", m_options.line_width, "Width of lines in pixels")
       ->type_name("PIXELS")
       ->capture_default_str()
@@ -120,9 +125,11 @@ void RenderCommand::add_look_options() {
       ->type_name("PIXELS")
       ->capture_default_str()
       ->check(CLI::Range(1, 1000).description(""));
-  m_command->add_flag("!--no-fill", m_options.fill, "Draw outlines of areas only");
-  m_command->add_flag("!--aliased", m_options.antialiased,
-                      "Draw with hard edges, faster; smooth ones if not given");
+  m_command->add_flag_callback(
+      "--no-fill", [this] { m_options.fill = false; }, "Draw outlines of areas only");
+  m_command->add_flag_callback(
+      "--aliased", [this] { m_options.antialiased = false; },
+      "Draw with hard edges, which is faster; smooth ones\nif not given");
 }
 
 void RenderCommand::add_color(const std::string& name, std::optional<LM_RGB32>& color,

@@ -44,8 +44,8 @@ std::string check_window(const Drawing& drawing, const Extent& window) {
 
 /// One axis of the logical plane as pixels.
 struct Axis {
-  double center;          ///< logical
-  double units;           ///< logical units of a pixel
+  double center;  ///< logical
+  double units;   ///< logical units of a pixel
   std::int32_t pixels;
 
   [[nodiscard]] double first() const { return center - units * (pixels - 1) / 2; }

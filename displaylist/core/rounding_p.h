@@ -20,21 +20,18 @@ inline constexpr std::int32_t kIndefinite = INT32_MIN;
 /// so that a negative half-way value goes toward zero. Bits 0x3FDFFFFFFFFD4050.
 inline constexpr double kAlmostHalf = 0.49999999999;
 
-namespace portable {
-
-[[nodiscard]] inline std::int32_t from_integral(double value) {
-  const bool fits = value >= -2147483648.0 && value <= 2147483647.0;
+/// Toward zero; kIndefinite for what does not fit. The processor's own
+/// conversion would do, but compilers fold that of a constant differently.
+[[nodiscard]] inline std::int32_t truncate(double value) {
+  const bool fits = value > -2147483649.0 && value < 2147483648.0;
   return fits ? static_cast<std::int32_t>(value) : kIndefinite;
 }
 
+namespace portable {
+
 /// Nearest, ties to even; kIndefinite for what does not fit.
 [[nodiscard]] inline std::int32_t nearest(double value) {
-  return from_integral(std::nearbyint(value));
-}
-
-/// Toward zero; kIndefinite for what does not fit.
-[[nodiscard]] inline std::int32_t truncate(double value) {
-  return from_integral(std::trunc(value));
+  return truncate(std::nearbyint(value));
 }
 
 }  // namespace portable
@@ -43,12 +40,8 @@ namespace portable {
 [[nodiscard]] inline std::int32_t nearest(double value) {
   return _mm_cvtsd_si32(_mm_set_sd(value));
 }
-[[nodiscard]] inline std::int32_t truncate(double value) {
-  return _mm_cvttsd_si32(_mm_set_sd(value));
-}
 #else
 using portable::nearest;
-using portable::truncate;
 #endif
 
 /// Nearest, ties to even, saturated at the 32-bit limits on the side that the

@@ -5,6 +5,7 @@
 #include "displaylist/drawables/dump_p.h"
 #include "displaylist/drawables/search.h"
 #include "displaylist/drawables/variants.h"
+#include "displaylist/polythings/copy_p.h"
 #include "displaylist/polythings/inside_p.h"
 #include "displaylist/polythings/polyline.h"
 
@@ -56,7 +57,8 @@ bool DLGouraudPolyline::remove(Search& search) {
 }
 
 Drawable* DLGouraudPolyline::clone() {
-  return complete_or_null(new DLGouraudPolyline(m_colorData.m_color, count, points, colors));
+  return with_color_of(
+      *this, complete_or_null(new DLGouraudPolyline(m_colorData.m_color, count, points, colors)));
 }
 
 void DLGouraudPolyline::hide() {

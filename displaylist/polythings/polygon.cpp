@@ -6,6 +6,7 @@
 #include "displaylist/drawables/dump_p.h"
 #include "displaylist/drawables/search.h"
 #include "displaylist/drawables/variants.h"
+#include "displaylist/polythings/copy_p.h"
 #include "displaylist/polythings/inside_p.h"
 
 namespace DL {
@@ -49,7 +50,7 @@ bool DLPolygon::remove(Search& search) {
 }
 
 Drawable* DLPolygon::clone() {
-  return complete_or_null(new DLPolygon(m_colorData.m_color, count, points));
+  return with_color_of(*this, complete_or_null(new DLPolygon(m_colorData.m_color, count, points)));
 }
 
 void DLPolygon::hide() {

@@ -10,6 +10,7 @@
 #include "displaylist/drawables/manifest.h"
 #include "displaylist/drawables/search.h"
 #include "displaylist/drawables/variants.h"
+#include "displaylist/polythings/copy_p.h"
 #include "displaylist/polythings/inside_p.h"
 #include "displaylist/polythings/wide_dot_p.h"
 
@@ -69,11 +70,12 @@ bool DLPolyline::remove(Search& search) {
 }
 
 Drawable* DLPolyline::clone() {
-  return complete_or_null(new DLPolyline(m_colorData.m_color, count, points));
+  return with_color_of(*this, complete_or_null(new DLPolyline(m_colorData.m_color, count, points)));
 }
 
 Drawable* DLPolyline::partial_clone(int first, int n) {
-  return complete_or_null(new DLPolyline(m_colorData.m_color, n + 1, points + first));
+  return with_color_of(
+      *this, complete_or_null(new DLPolyline(m_colorData.m_color, n + 1, points + first)));
 }
 
 void DLPolyline::hide() {

@@ -42,7 +42,7 @@ void Polything::add_bounds(BoundsTemplate<long>& bounds) const {
 }
 
 int Polything::get_vector_count() const {
-  return count - 1;
+  return count == INT32_MIN ? count : count - 1;  // a stream may hold any count
 }
 
 bool Polything::get_vector(int index, VectorTemplate<long>& vector) const {
@@ -130,7 +130,7 @@ void Polything::grow_points(std::int32_t capacity, LumenHeap* heap) {
 }
 
 DrawableVectorIteratorPolything::DrawableVectorIteratorPolything(Polything& polything)
-    : last(polything.count - 1) {
+    : last(std::max(polything.count, 0) - 1) {
   if (initialize(&polything)) DrawableVectorIteratorPolything::get_vector(0);
   m_bDone = false;
 }
@@ -138,6 +138,7 @@ DrawableVectorIteratorPolything::DrawableVectorIteratorPolything(Polything& poly
 VectorTemplate<long>* DrawableVectorIteratorPolything::next() {
   ++index;
   if (index < last) {
+    m_bDone = false;
     get_vector(index);
     return &m_vector;
   }
@@ -149,6 +150,7 @@ VectorTemplate<long>* DrawableVectorIteratorPolything::next() {
 VectorTemplate<long>* DrawableVectorIteratorPolything::prev() {
   --index;
   if (index >= 0) {
+    m_bDone = false;
     get_vector(index);
     return &m_vector;
   }

@@ -38,12 +38,14 @@ std::string layer_names(GDALDataset& data_set) {
   return names;
 }
 
-bool is_geographic(GDALDataset& data_set, OGRLayer& layer) {
-  const OGRSpatialReference* reference = layer.GetSpatialRef();
-  if (reference != nullptr) return reference->IsGeographic() != 0;
-  // This format names no reference: like GeoJSON, it is meant for degrees.
+bool is_spherical(GDALDataset& data_set) {
   const GDALDriver* driver = data_set.GetDriver();
   return driver != nullptr && std::string_view(driver->GetDescription()) == "TopoJSON";
+}
+
+bool is_geographic(GDALDataset& data_set, OGRLayer& layer) {
+  const OGRSpatialReference* reference = layer.GetSpatialRef();
+  return reference != nullptr ? reference->IsGeographic() != 0 : is_spherical(data_set);
 }
 
 }  // namespace importers::ogr

@@ -26,6 +26,10 @@ std::vector<OGRLayer*> chosen_layers(GDALDataset& data_set, const ReadOptions& o
 /// The names of all layers, for people: "'roads', 'rivers'".
 std::string layer_names(GDALDataset& data_set);
 
+/// Whether the edges of its geometries take the shortest way around the globe:
+/// so it is with TopoJSON, whose arcs need not be cut at the antimeridian.
+bool is_spherical(GDALDataset& data_set);
+
 /// Whether the layer's coordinates are longitudes and latitudes.
 bool is_geographic(GDALDataset& data_set, OGRLayer& layer);
 

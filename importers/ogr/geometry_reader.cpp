@@ -1,6 +1,9 @@
 #include "importers/ogr/geometry_reader.h"
 
+#include <cmath>
 #include <memory>
+
+#include "importers/sphere.h"
 
 namespace importers::ogr {
 
@@ -11,14 +14,12 @@ void GeometryReader::add(const OGRGeometry& geometry) {
 }
 
 void GeometryReader::add_flat(const OGRGeometry& geometry) {
+  const OGRwkbGeometryType type = wkbFlatten(geometry.getGeometryType());
+  if (type == wkbPoint) return add_point(*geometry.toPoint());
   if (geometry.IsEmpty()) return;
-  switch (wkbFlatten(geometry.getGeometryType())) {
-    case wkbPoint: {
-      const OGRPoint* point = geometry.toPoint();
-      return m_sketch.add_point({point->getX(), point->getY()});
-    }
+  switch (type) {
     case wkbLineString:
-      return m_sketch.add_line(vertices_of(*geometry.toLineString()));
+      return add_line(*geometry.toLineString());
     case wkbPolygon:
     case wkbTriangle:
       return add_polygon(*geometry.toPolygon());
@@ -35,6 +36,14 @@ void GeometryReader::add_flat(const OGRGeometry& geometry) {
   }
 }
 
+void GeometryReader::add_point(const OGRPoint& point) {
+  // Two NaNs are how an empty point is written; a single one is a mistake,
+  // though GDAL calls that point empty, too.
+  const bool half_a_point = std::isnan(point.getX()) != std::isnan(point.getY());
+  if (point.IsEmpty() && !half_a_point) return;
+  m_sketch.add_point({point.getX(), point.getY()});
+}
+
 void GeometryReader::add_collection(const OGRGeometryCollection& collection) {
   for (const OGRGeometry* part : collection) add_flat(*part);
 }
@@ -43,9 +52,22 @@ void GeometryReader::add_surface(const OGRPolyhedralSurface& surface) {
   for (const OGRPolygon* part : surface) add_polygon(*part);
 }
 
+void GeometryReader::add_line(const OGRLineString& line) {
+  const std::vector<Vertex>& vertices = vertices_of(line);
+  if (!m_spherical) return m_sketch.add_line(vertices);
+  for (const sphere::Vertices& piece : sphere::line_on_map(vertices)) m_sketch.add_line(piece);
+}
+
 void GeometryReader::add_polygon(const OGRPolygon& polygon) {
   m_sketch.begin_area();
-  for (const OGRLinearRing* ring : polygon) m_sketch.add_ring(vertices_of(*ring));
+  for (const OGRLinearRing* ring : polygon) {
+    const std::vector<Vertex>& vertices = vertices_of(*ring);
+    if (!m_spherical) {
+      m_sketch.add_ring(vertices);
+      continue;
+    }
+    for (const sphere::Vertices& piece : sphere::ring_on_map(vertices)) m_sketch.add_ring(piece);
+  }
   m_sketch.end_area();
 }
 

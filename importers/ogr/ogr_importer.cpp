@@ -35,9 +35,11 @@ class ProgressTeller {
     if (!options.progress) return;
     for (OGRLayer* layer : layers) {
       // Not counted where counting means reading.
-      const GIntBig count = layer->GetFeatureCount(FALSE);
-      m_total_known = m_total_known && count >= 0;
-      m_total += static_cast<double>(count);
+      if (layer->TestCapability(OLCFastFeatureCount) == 0) {
+        m_total_known = false;
+        return;
+      }
+      m_total += static_cast<double>(layer->GetFeatureCount(FALSE));
     }
   }
 
@@ -60,9 +62,9 @@ class ProgressTeller {
 };
 
 /// False when cancelled.
-bool read_layer(OGRLayer& layer, Sketch& sketch, ProgressTeller& progress) {
-  GeometryReader reader(sketch);
-  sketch.begin_layer(layer.GetName());
+bool read_layer(GDALDataset& data_set, OGRLayer& layer, Sketch& sketch, ProgressTeller& progress) {
+  GeometryReader reader(sketch, is_spherical(data_set));
+  sketch.begin_layer(layer.GetName(), is_geographic(data_set, layer));
   layer.ResetReading();
   while (const OGRFeatureUniquePtr feature{layer.GetNextFeature()}) {
     if (!progress.next_feature()) return false;
@@ -79,8 +81,9 @@ std::string failure(const std::string& path, const std::string& reason) {
 }
 
 std::string broken(const std::string& path, const ErrorCollector& errors) {
-  const std::string reason =
-      errors.first_error().empty() ? "it is damaged" : "GDAL reports \"" + errors.first_error() + "\"";
+  const std::string reason = errors.first_error().empty()
+                                 ? "it is damaged"
+                                 : "GDAL reports \"" + errors.first_error() + "\"";
   return failure(path, reason + "; check that the file is complete");
 }
 
@@ -99,21 +102,19 @@ std::string OgrImporter::read(const std::string& path, const ReadOptions& option
   std::string missing;
   const std::vector<OGRLayer*> layers = chosen_layers(*data_set, options, &missing);
   if (!missing.empty()) {
-    return failure(path, "it has no layer '" + missing + "'; choose from " +
-                             layer_names(*data_set));
+    return failure(path,
+                   "it has no layer '" + missing + "'; choose from " + layer_names(*data_set));
   }
   Sketch sketch;
   ProgressTeller progress(options, layers);
-  bool all_geographic = true;
   for (OGRLayer* layer : layers) {
-    if (!read_layer(*layer, sketch, progress)) return failure(path, "reading was cancelled");
-    all_geographic = all_geographic && is_geographic(*data_set, *layer);
+    if (!read_layer(*data_set, *layer, sketch, progress)) {
+      return failure(path, "reading was cancelled");
+    }
   }
   if (!errors.first_error().empty()) return broken(path, errors);
   const std::string problem = build(sketch, options, drawing);
-  if (!problem.empty()) return "the drawing '" + path + "' " + problem;
-  drawing.is_map = drawing.has_fills && all_geographic;
-  return {};
+  return problem.empty() ? problem : "the drawing '" + path + "' " + problem;
 }
 
 }  // namespace

@@ -160,15 +160,78 @@ TEST(Stroke, antialiasedInkIsLengthTimesWeight) {
   }
 }
 
-TEST(Stroke, antialiasedLinesThroughPixelCentersFillThem) {
-  Canvas canvas(6, 3);
+TEST(Stroke, antialiasedEndsAreHalfCovered) {
+  Canvas canvas(6, 5);
   canvas.device.set_antialiased(true);
-  canvas.polyline(points({{0, 1}, {5, 1}}));
+  canvas.rendition.set_line_weight(3);
+  canvas.polyline(points({{0, 2}, {5, 2}}));
   EXPECT_EQ(canvas.rows(), (Rows{
                                "......",
                                "5####5",
+                               "5####5",
+                               "5####5",
                                "......",
                            }));
+}
+
+TEST(SmoothLine, fillsThePixelsWhoseCentersItRunsThrough) {
+  Canvas canvas(7, 6);
+  canvas.device.set_antialiased(true);
+  canvas.polyline(points({{1, 1}, {5, 1}, {5, 4}, {1, 4}, {1, 1}}));
+  EXPECT_EQ(canvas.rows(), (Rows{
+                               ".......",
+                               ".#####.",
+                               ".#...#.",
+                               ".#...#.",
+                               ".#####.",
+                               ".......",
+                           }));
+}
+
+TEST(SmoothLine, leavesItsLastPixelToWhatJoinsThere) {
+  Canvas there(7, 1);
+  there.device.set_antialiased(true);
+  there.polyline(points({{1, 0}, {5, 0}}));
+  EXPECT_EQ(there.rows(), Rows{".####.."});
+  Canvas back(7, 1);
+  back.device.set_antialiased(true);
+  back.polyline(points({{5, 0}, {1, 0}}));
+  EXPECT_EQ(back.rows(), Rows{"..####."});
+}
+
+TEST(SmoothLine, tinyPolylinesDoNotVanish) {
+  for (const Points& path :
+       {points({{2, 2}}), points({{2, 2}, {3, 2}}), points({{2, 2}, {2, 3}, {3, 3}, {2, 2}})}) {
+    Canvas canvas(6, 6);
+    canvas.device.set_antialiased(true);
+    canvas.polyline(path);
+    EXPECT_NE(canvas.rows(), Rows(6, "......"));
+  }
+}
+
+TEST(SmoothLine, aClipRectangleOnlyHides) {
+  std::mt19937 random(12);
+  std::uniform_int_distribution<std::int32_t> any(-300, 330);
+  for (int i = 0; i < 300; ++i) {
+    Points path;
+    for (int k = 0; k < 4; ++k) path.push_back({any(random), any(random), 0});
+    Canvas whole(32, 32);
+    whole.device.set_antialiased(true);
+    whole.polyline(path);
+    const LM_Clip_Rectangle clip{3, 20, i % 16, i % 16 + 12};
+    Canvas part(32, 32);
+    part.device.set_antialiased(true);
+    part.rendition.set_clip_rectangle(clip);
+    part.polyline(path);
+    for (std::int32_t y = 0; y < 32; ++y) {
+      for (std::int32_t x = 0; x < 32; ++x) {
+        const bool shown = clip.contains({x, y, 0});
+        const std::uint32_t expected = shown ? whole.picture.pixel(x, y).word & 0xFF : 0xFF;
+        ASSERT_NEAR(part.picture.pixel(x, y).word & 0xFF, expected, shown ? 4 : 0)
+            << i << ": " << x << "," << y;
+      }
+    }
+  }
 }
 
 TEST(Stroke, transparentInkCoversCrossingsOnce) {

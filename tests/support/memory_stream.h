@@ -42,6 +42,8 @@ class MemoryStream final : public ZtFsStream {
   /// Drops all bytes from `size` on.
   void truncate(std::size_t size) { m_bytes.resize(std::min(size, m_bytes.size())); }
   [[nodiscard]] std::size_t size() const { return m_bytes.size(); }
+  /// How many bytes were read.
+  [[nodiscard]] std::size_t position() const { return m_position; }
   [[nodiscard]] bool at_end() const { return m_position == m_bytes.size(); }
 
  private:

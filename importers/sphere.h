@@ -1,0 +1,27 @@
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "importers/sketch.h"
+
+/// Geometry whose edges take the shortest way around the globe, laid out on a
+/// map: what crosses the antimeridian is cut there, what encloses a pole is
+/// closed along the map's border. Longitudes and latitudes in degrees, -180 to
+/// 180 in and out; what has others comes back as it is.
+namespace importers::sphere {
+
+using Vertices = std::vector<Vertex>;
+
+/// The pieces of a line.
+std::vector<Vertices> line_on_map(std::span<const Vertex> line);
+
+/// The pieces of a ring, each a ring without its closing vertex. Together,
+/// filled even-odd, they cover what the ring encloses.
+std::vector<Vertices> ring_on_map(std::span<const Vertex> ring);
+
+/// Whether an edge runs along the antimeridian or lies on a pole: there maps
+/// are cut, and no border is.
+bool is_seam(const Vertex& from, const Vertex& to);
+
+}  // namespace importers::sphere
