@@ -50,8 +50,9 @@ void append_arguments(std::string& line, const RecordedCall& call) {
   for (const LM_Vertex_Triple& triple : call.vertex_triples) line += " " + values_of(triple);
   for (const double angle : call.angles) line += " " + number(angle);
   if (call.integer) line += " integer=" + std::to_string(*call.integer);
-  if (call.texture_word) line += " word=" + std::to_string(*call.texture_word);
-  if (call.texture_triple) line += " triple=" + values_of(*call.texture_triple);
+  for (const std::uint32_t value : call.vertex_values) line += " value=" + std::to_string(value);
+  for (const LM_Vertex_Triple& triple : call.vertex_triples_2)
+    line += " second=" + values_of(triple);
   if (call.own_color) line += " own_color=" + hexadecimal(*call.own_color);
 }
 

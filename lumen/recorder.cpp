@@ -71,13 +71,13 @@ void Recorder::add_polygon(const char* action, const LM_Rendition* rendition, st
 void Recorder::add_textured(const char* action, const LM_Rendition* rendition, std::int32_t count,
                             const LM_DCI_Point* points, const LM_RGB32* colors,
                             const LM_Vertex_Triple* triples, std::int32_t integer,
-                            const std::uint32_t* word, const LM_Vertex_Triple* triple) {
+                            const std::uint32_t* values, const LM_Vertex_Triple* triples_2) {
   RecordedCall& call = add(action, rendition, count, points);
   call.vertex_colors = copy_of(colors, count);
   call.vertex_triples = copy_of(triples, count);
   call.integer = integer;
-  call.texture_word = value_behind(word);
-  call.texture_triple = value_behind(triple);
+  call.vertex_values = copy_of(values, count);
+  call.vertex_triples_2 = copy_of(triples_2, count);
 }
 
 void Recorder::add_image(const char* action, const LM_Rendition* rendition,
@@ -153,19 +153,19 @@ void Recorder::gouraud_triangle_strip_clipped(LM_Rendition* rendition, std::int3
 void Recorder::textured_triangle_strip_clipped(LM_Rendition* rendition, std::int32_t count,
                                                const LM_DCI_Point* points, const LM_RGB32* colors,
                                                const LM_Vertex_Triple* triples,
-                                               std::int32_t integer, const std::uint32_t* word,
-                                               const LM_Vertex_Triple* triple) {
+                                               std::int32_t integer, const std::uint32_t* values,
+                                               const LM_Vertex_Triple* triples_2) {
   add_textured("textured_triangle_strip_clipped", rendition, count, points, colors, triples,
-               integer, word, triple);
+               integer, values, triples_2);
 }
 
 void Recorder::textured_triangle_strip_unclipped(LM_Rendition* rendition, std::int32_t count,
                                                  const LM_DCI_Point* points, const LM_RGB32* colors,
                                                  const LM_Vertex_Triple* triples,
-                                                 std::int32_t integer, const std::uint32_t* word,
-                                                 const LM_Vertex_Triple* triple) {
+                                                 std::int32_t integer, const std::uint32_t* values,
+                                                 const LM_Vertex_Triple* triples_2) {
   add_textured("textured_triangle_strip_unclipped", rendition, count, points, colors, triples,
-               integer, word, triple);
+               integer, values, triples_2);
 }
 
 void Recorder::marker_clipped(LM_Rendition* rendition, std::int32_t count,

@@ -27,12 +27,13 @@ struct RecordedCall {
   /// The points of the action; of an arc or an area the centre and the radii.
   std::vector<LM_DCI_Point> points;
   std::vector<LM_RGB32> vertex_colors;
-  std::vector<LM_Vertex_Triple> vertex_triples;  ///< of a textured strip
-  std::vector<double> angles;                    ///< start, end, rotation
-  std::optional<LM_RGB32> own_color;             ///< of a dot, or the fill of an ellipse
-  std::optional<std::int32_t> integer;           ///< a polygon's last, a textured strip's argument
-  std::optional<std::uint32_t> texture_word;     ///< the word behind a strip's pointer
-  std::optional<LM_Vertex_Triple> texture_triple;
+  /// Of a textured strip, in the order of its arguments.
+  std::vector<LM_Vertex_Triple> vertex_triples;
+  std::vector<std::uint32_t> vertex_values;
+  std::vector<LM_Vertex_Triple> vertex_triples_2;
+  std::vector<double> angles;           ///< start, end, rotation
+  std::optional<LM_RGB32> own_color;    ///< of a dot, or the fill of an ellipse
+  std::optional<std::int32_t> integer;  ///< a polygon's last, a textured strip's argument
   LM_Image* const* image_cell = nullptr;
 };
 
@@ -74,11 +75,13 @@ class LUMEN_API Recorder final : public LM_Renderer {
   void textured_triangle_strip_clipped(LM_Rendition* rendition, std::int32_t count,
                                        const LM_DCI_Point* points, const LM_RGB32* colors,
                                        const LM_Vertex_Triple* triples, std::int32_t integer,
-                                       const std::uint32_t* word, const LM_Vertex_Triple* triple);
+                                       const std::uint32_t* values,
+                                       const LM_Vertex_Triple* triples_2);
   void textured_triangle_strip_unclipped(LM_Rendition* rendition, std::int32_t count,
                                          const LM_DCI_Point* points, const LM_RGB32* colors,
                                          const LM_Vertex_Triple* triples, std::int32_t integer,
-                                         const std::uint32_t* word, const LM_Vertex_Triple* triple);
+                                         const std::uint32_t* values,
+                                         const LM_Vertex_Triple* triples_2);
   void marker_clipped(LM_Rendition* rendition, std::int32_t count, const LM_DCI_Point* points);
   void marker_unclipped(LM_Rendition* rendition, std::int32_t count, const LM_DCI_Point* points);
   void image_clipped(LM_Rendition* rendition, const LM_DCI_Point* corner, LM_Image* const* cell);
@@ -106,7 +109,7 @@ class LUMEN_API Recorder final : public LM_Renderer {
   void add_textured(const char* action, const LM_Rendition* rendition, std::int32_t count,
                     const LM_DCI_Point* points, const LM_RGB32* colors,
                     const LM_Vertex_Triple* triples, std::int32_t integer,
-                    const std::uint32_t* word, const LM_Vertex_Triple* triple);
+                    const std::uint32_t* values, const LM_Vertex_Triple* triples_2);
   void add_image(const char* action, const LM_Rendition* rendition, const LM_DCI_Point* corner,
                  LM_Image* const* cell);
   void add_ellipse(const char* action, const LM_Rendition* rendition, const LM_DCI_Point* center,

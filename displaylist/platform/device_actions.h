@@ -7,7 +7,7 @@
 class LM_Image;
 class LM_Rendition;
 
-/// Three 32-bit values per vertex of a textured strip.
+/// Three 32-bit values of a vertex of a textured strip.
 struct LM_Vertex_Triple {
   std::uint32_t values[3];
 };
@@ -34,6 +34,8 @@ using LM_Points_Action = LM_Device_Action<std::int32_t, const LM_DCI_Point*>;
 using LM_Polygon_Action = LM_Device_Action<std::int32_t, const LM_DCI_Point*, std::int32_t>;
 using LM_Colored_Points_Action =
     LM_Device_Action<std::int32_t, const LM_DCI_Point*, const LM_RGB32*>;
+/// Per vertex: colour, triple, value (or null), second triple (or null); the
+/// number between them is 1.
 using LM_Textured_Strip_Action =
     LM_Device_Action<std::int32_t, const LM_DCI_Point*, const LM_RGB32*, const LM_Vertex_Triple*,
                      std::int32_t, const std::uint32_t*, const LM_Vertex_Triple*>;

@@ -14,7 +14,7 @@ TEST(Recorder, writesEveryActionDownByName) {
   LM_Rendition rendition;
   const LM_Device_Actions& actions = recorder.actions;
   const LM_Vertex_Triple triples[] = {{{1, 2, 3}}, {{4, 5, 6}}};
-  const std::uint32_t word = 77;
+  const std::uint32_t values[] = {77, 78};
   LM_Image* image = nullptr;
   actions.dot_clipped(&rendition, two_points, nullptr);
   actions.dot_unclipped(&rendition, two_points, two_colors);
@@ -27,7 +27,7 @@ TEST(Recorder, writesEveryActionDownByName) {
   actions.triangle_strip_clipped(&rendition, 2, two_points);
   actions.triangle_strip_unclipped(&rendition, 2, two_points);
   actions.gouraud_triangle_strip_clipped(&rendition, 2, two_points, two_colors);
-  actions.textured_triangle_strip_clipped(&rendition, 2, two_points, two_colors, triples, 9, &word,
+  actions.textured_triangle_strip_clipped(&rendition, 2, two_points, two_colors, triples, 9, values,
                                           triples);
   actions.textured_triangle_strip_unclipped(&rendition, 2, two_points, nullptr, nullptr, 9, nullptr,
                                             nullptr);
@@ -52,7 +52,7 @@ TEST(Recorder, writesEveryActionDownByName) {
       "triangle_strip_unclipped color=00000000 (1,2) (3,4)",
       "gouraud_triangle_strip_clipped color=00000000 (1,2) (3,4) #00000010 #00000020",
       "textured_triangle_strip_clipped color=00000000 (1,2) (3,4) #00000010 #00000020 [1,2,3] "
-      "[4,5,6] integer=9 word=77 triple=[1,2,3]",
+      "[4,5,6] integer=9 value=77 value=78 second=[1,2,3] second=[4,5,6]",
       "textured_triangle_strip_unclipped color=00000000 (1,2) (3,4) integer=9",
       "marker_clipped color=00000000 (1,2) (3,4)",
       "marker_unclipped color=00000000 (1,2) (3,4)",

@@ -1,0 +1,147 @@
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+#include "displaylist/core/multithread.h"
+#include "tests/support/draw_forms.h"
+#include "tests/support/interrupt_counter.h"
+#include "tests/support/probe_scene.h"
+
+namespace {
+
+using DL::Group;
+using Bounds = DL::BoundsTemplate<long>;
+
+constexpr Bounds kPlane = Bounds::plane();
+constexpr Bounds kBounds{10, 10, 20, 20};
+
+struct HandOver {
+  const Group* group;
+  bool clipped;
+  std::uint32_t flags;
+
+  friend bool operator==(const HandOver&, const HandOver&) = default;
+  friend std::ostream& operator<<(std::ostream& os, const HandOver& h) {
+    return os << h.group << (h.clipped ? " clipped " : " unclipped ") << h.flags;
+  }
+};
+
+/// Threads that only write down what they are handed.
+struct FakeThreads final : DL::DisplayListMultithread {
+  bool hand_over(const DL::BottomGroup& group, bool clipped, std::uint32_t flags) override {
+    handed.push_back({&group, clipped, flags});
+    return takes_over;
+  }
+
+  std::vector<HandOver> handed;
+  bool takes_over = true;
+};
+
+/// The leaves 1 and 2, closed, and 3, open, all with the given flags.
+struct ThreadedScene : ProbeScene {
+  explicit ThreadedScene(unsigned long flags) : ProbeScene(1, 1) {
+    for (int i = 0; i < 3; ++i) add(kBounds, flags);
+    list.m_pMultithread = &threads;
+  }
+
+  FakeThreads threads;
+};
+
+bool hands_over(const DrawForm& form) {
+  return form.clip == DrawForm::Clip::none && !form.selection;
+}
+
+struct ThreadedForms : testing::TestWithParam<DrawForm> {};
+
+TEST_P(ThreadedForms, ClosedLeavesGoToTheThreadsInUnclippedAndBoundedForms) {
+  const DrawForm& form = GetParam();
+  for (const bool meeting : {false, true}) {
+    ThreadedScene scene(6);
+    const Bounds inner = meeting ? Bounds() : kPlane;
+    EXPECT_TRUE(form.draw(scene.root(), scene.list, inner, kPlane));
+    std::vector<HandOver> expected;
+    if (hands_over(form)) {
+      const bool clipped = form.bounded && meeting;
+      expected = {{scene.child(scene.root(), 0), clipped, 6},
+                  {scene.child(scene.root(), 1), clipped, 6}};
+    }
+    EXPECT_EQ(scene.threads.handed, expected);
+    EXPECT_EQ(scene.log.take().size(), hands_over(form) ? 1U : 3U);
+  }
+}
+
+TEST_P(ThreadedForms, FlagBitZeroKeepsALeafOnTheCallingThread) {
+  for (const unsigned long flags : {1UL, 7UL}) {
+    ThreadedScene scene(flags);
+    GetParam().draw(scene.root(), scene.list, Bounds(), kPlane);
+    EXPECT_TRUE(scene.threads.handed.empty());
+    EXPECT_EQ(scene.log.take().size(), 3U);
+  }
+}
+
+TEST_P(ThreadedForms, WhatTheThreadsDoNotTakeIsDrawnHereInOrder) {
+  ThreadedScene with_threads(0);
+  with_threads.threads.takes_over = false;
+  ThreadedScene without(0);
+  without.list.m_pMultithread = nullptr;
+  for (const Bounds& inner : {Bounds(), kPlane}) {
+    GetParam().draw(with_threads.root(), with_threads.list, inner, kPlane);
+    GetParam().draw(without.root(), without.list, inner, kPlane);
+    const ProbeCalls calls = without.log.take();
+    EXPECT_EQ(calls.size(), 3U);
+    EXPECT_EQ(with_threads.log.take(), calls);
+  }
+  EXPECT_EQ(with_threads.threads.handed.empty(), !hands_over(GetParam()));
+}
+
+TEST_P(ThreadedForms, LeavesApartFromTheRegionAreNotHandedOver) {
+  if (!GetParam().bounded) return;
+  ThreadedScene scene(0);
+  const Bounds apart{100, 100, 200, 200};
+  GetParam().draw(scene.root(), scene.list, apart, apart);
+  for (Group* leaf : {scene.child(scene.root(), 0), scene.child(scene.root(), 1)}) {
+    for (const HandOver& handed : scene.threads.handed) EXPECT_NE(handed.group, leaf);
+  }
+}
+
+TEST_P(ThreadedForms, TheOpenGroupStaysOnTheCallingThread) {
+  ProbeScene scene;
+  FakeThreads threads;
+  scene.list.m_pMultithread = &threads;
+  scene.add(kBounds);
+  scene.list.m_pOpenGroup->make_hidden();
+  GetParam().draw(scene.root(), scene.list, Bounds(), kPlane);
+  EXPECT_TRUE(threads.handed.empty());
+  EXPECT_EQ(scene.log.take().size(), 1U);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, ThreadedForms, testing::ValuesIn(kDrawForms),
+                         [](const auto& form) { return std::string(form.param.name); });
+
+TEST(ThreadedDrawBoundedInterrupt, HandsLeavesOverWholeWithoutPolling) {
+  const PollEvery poll_every(1);
+  ThreadedScene scene(0);
+  InterruptCounter interrupt(scene.list);
+  EXPECT_TRUE(scene.root().draw_bounded_interrupt(scene.list, Bounds(), kPlane));
+  EXPECT_EQ(scene.threads.handed.size(), 2U);
+  EXPECT_EQ(interrupt.polls, 2);  // the root, and the drawable of the open group
+}
+
+TEST(ThreadedDrawBoundedInterrupt, PollsPerDrawableWhereTheThreadsDoNotTakeIt) {
+  const PollEvery poll_every(1);
+  ThreadedScene scene(0);
+  scene.threads.takes_over = false;
+  InterruptCounter interrupt(scene.list);
+  interrupt.stop_at = 3;
+  EXPECT_FALSE(scene.root().draw_bounded_interrupt(scene.list, Bounds(), kPlane));
+  EXPECT_EQ(scene.log.take(), calls_of(DrawSlot::clipped, {1}));
+}
+
+TEST(ThreadedDraw, HiddenClosedLeavesAreHandedOverToo) {
+  ThreadedScene scene(0);
+  scene.child(scene.root(), 0)->make_hidden();
+  scene.root().draw_unclipped(scene.list);
+  EXPECT_EQ(scene.threads.handed.size(), 2U);
+}
+
+}  // namespace
