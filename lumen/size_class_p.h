@@ -10,7 +10,7 @@ namespace lumen {
 inline constexpr std::size_t largest_dense_size = 256;
 inline constexpr std::size_t largest_class_size = 8192;
 inline constexpr std::size_t dense_class_count = largest_dense_size / 8;
-inline constexpr std::size_t size_class_count = dense_class_count + 4 * 5;
+inline constexpr std::size_t size_class_count = dense_class_count + std::size_t{4} * 5;
 
 /// The class of a size up to `largest_class_size`.
 constexpr std::size_t size_class(std::size_t size) {

@@ -5,7 +5,7 @@
 namespace lumen {
 
 /// The size and the alignment of a slab, and the alignment of a large region.
-inline constexpr std::size_t slab_size = 64 * 1024;
+inline constexpr std::size_t slab_size = std::size_t{64} * 1024;
 
 /// `size` bytes (a multiple of `slab_size`) of zeroed memory from the system,
 /// aligned to `slab_size`; null when there is none.

@@ -95,7 +95,8 @@ void RenderCommand::add_view_options() {
       ->add_option_function<Corners>(
           "--window",
           [this](const Corners& corners) {
-            m_options.window = std::make_from_tuple<importers::Extent>(corners);
+            const auto& [min_x, min_y, max_x, max_y] = corners;
+            m_options.window = importers::Extent{min_x, min_y, max_x, max_y};
           },
           "The part of the drawing to show, in drawing\ncoordinates; the whole drawing with a "
           "margin\n"

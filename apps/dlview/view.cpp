@@ -42,7 +42,14 @@ std::string check_window(const Drawing& drawing, const Extent& window) {
   return {};
 }
 
-/// One axis of the logical plane as pixels.
+/// The nearest logical coordinate.
+std::int32_t saturated(double value) {
+  constexpr double lowest = std::numeric_limits<std::int32_t>::min();
+  constexpr double highest = std::numeric_limits<std::int32_t>::max();
+  return static_cast<std::int32_t>(std::nearbyint(std::clamp(value, lowest, highest)));
+}
+
+/// One axis of the picture on the logical plane.
 struct Axis {
   double center;  ///< logical
   double units;   ///< logical units of a pixel
@@ -50,12 +57,6 @@ struct Axis {
 
   [[nodiscard]] double first() const { return center - units * (pixels - 1) / 2; }
   [[nodiscard]] double last() const { return center + units * (pixels - 1) / 2; }
-  /// The part of the axis that 32-bit coordinates reach.
-  [[nodiscard]] std::int32_t logical(double value) const {
-    constexpr double lowest = std::numeric_limits<std::int32_t>::min();
-    constexpr double highest = std::numeric_limits<std::int32_t>::max();
-    return static_cast<std::int32_t>(std::nearbyint(std::clamp(value, lowest, highest)));
-  }
   [[nodiscard]] std::int32_t pixel(std::int32_t value) const {
     return static_cast<std::int32_t>(std::nearbyint((value - first()) / units));
   }
@@ -83,8 +84,8 @@ std::string make_view(const Drawing& drawing, const std::optional<Extent>& windo
   const Axis x{mapping.logical_x(shown.min_x / 2 + shown.max_x / 2), units, size.width};
   const Axis y{mapping.logical_y(shown.min_y / 2 + shown.max_y / 2), units, size.height};
   view.size = size;
-  view.logical = {x.logical(x.first()), y.logical(y.first()), x.logical(x.last()),
-                  y.logical(y.last())};
+  view.logical = {saturated(x.first()), saturated(y.first()), saturated(x.last()),
+                  saturated(y.last())};
   view.screen = {x.pixel(view.logical.min.x), size.height - 1 - y.pixel(view.logical.min.y),
                  x.pixel(view.logical.max.x), size.height - 1 - y.pixel(view.logical.max.y)};
   if (view.screen.min.x >= view.screen.max.x || view.screen.min.y <= view.screen.max.y) {
@@ -110,11 +111,6 @@ Region visible_region(const DL::DisplayList& list, std::int32_t reach) {
   const double high_y = std::max(seen.min.y, seen.max.y);
   const double more_x = (reach + 1) / std::fabs(list.m_scale.x);
   const double more_y = (reach + 1) / std::fabs(list.m_scale.y);
-  const auto saturated = [](double value) {
-    constexpr double lowest = std::numeric_limits<std::int32_t>::min();
-    constexpr double highest = std::numeric_limits<std::int32_t>::max();
-    return static_cast<std::int32_t>(std::clamp(value, lowest, highest));
-  };
   return {{saturated(low_x + more_x), saturated(low_y + more_y), saturated(high_x - more_x),
            saturated(high_y - more_y)},
           {saturated(low_x - more_x), saturated(low_y - more_y), saturated(high_x + more_x),

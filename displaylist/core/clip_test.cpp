@@ -16,11 +16,16 @@ struct DeviceBox {
   double min_x, min_y, max_x, max_y;
 };
 
+/// Holds all four corners: in a turned view each may be the outermost.
 DeviceBox device_box(const DisplayList& list, const BoundsTemplate<long>& bounds) {
-  const LM_DCI_Point a = transform::with_rotation(list, bounds.min);
-  const LM_DCI_Point b = transform::with_rotation(list, bounds.max);
-  return {static_cast<double>(std::min(a.x, b.x)), static_cast<double>(std::min(a.y, b.y)),
-          static_cast<double>(std::max(a.x, b.x)), static_cast<double>(std::max(a.y, b.y))};
+  BoundsTemplate<int> box;
+  for (const PointTemplate<long>& corner :
+       {bounds.min, {bounds.max.x, bounds.min.y}, bounds.max, {bounds.min.x, bounds.max.y}}) {
+    const LM_DCI_Point device = transform::with_rotation_saturated(list, corner);
+    box.widen({device.x, device.y});
+  }
+  return {static_cast<double>(box.min.x), static_cast<double>(box.min.y),
+          static_cast<double>(box.max.x), static_cast<double>(box.max.y)};
 }
 
 /// Narrows the part [first, last] of an edge to what lies in [low, high] along

@@ -207,6 +207,14 @@ OpenBottomGroup::OpenBottomGroup(DisplayList& list, Group* parent, std::uint32_t
   list.m_openBounds = {};
   if (list.m_pInsertHint == list.m_pOpenGroup) list.m_pInsertHint = this;
   list.m_pOpenGroup = this;
+  // Whatever fits the cell is drawn only if the groups above contain it too. A
+  // cell reaches beyond a parent whose bounds are no whole cell; the root's are
+  // the client's.
+  for (Group* group = parent;
+       group != nullptr && group->m_pParent != nullptr && !cell.is_inside(group->m_bounds);
+       group = group->m_pParent) {
+    group->m_bounds.widen(cell);
+  }
 }
 
 OpenBottomGroup::~OpenBottomGroup() {

@@ -1,6 +1,9 @@
 // How drawables find their group: appending to the open group, splitting it,
 // closing it and climbing; and insertion in the middle of the drawing order.
 
+#include <new>
+#include <utility>
+
 #include "displaylist/core/display_list.h"
 #include "displaylist/core/group.h"
 #include "displaylist/core/group_walk_p.h"
@@ -16,31 +19,95 @@ BoundsTemplate<long> bounds_of(const Drawable& drawable) {
   return bounds;
 }
 
-/// Climbs from `start` to the nearest group that contains the bounds, closes
-/// the last group left on the way (`to_close` when it is the start's own child)
-/// and opens a child there.
-Group* climb_and_add(Group* start, Group* to_close, Drawable* drawable,
-                     const BoundsTemplate<long>& bounds, DisplayList& list, unsigned long flags) {
+/// What DisplayList::add is asked to add.
+struct Addition {
+  Drawable* drawable;
+  const BoundsTemplate<long>& bounds;
+  DisplayList& list;
+  unsigned long flags;
+};
+
+/// The memory of the next open group: taken before anything makes way for the
+/// group, so that a list without memory stays as it is.
+class NextOpenGroup {
+ public:
+  explicit NextOpenGroup(const DisplayList& list)
+      : m_memory(Group::operator new(sizeof(OpenBottomGroup), list.m_heap)) {}
+  NextOpenGroup(const NextOpenGroup&) = delete;
+  NextOpenGroup& operator=(const NextOpenGroup&) = delete;
+  ~NextOpenGroup() { Group::operator delete(m_memory); }
+
+  explicit operator bool() const { return m_memory != nullptr; }
+
+  /// Opens the group as the last child of `parent`, with the addition in it.
+  Group* open_below(Group& parent, const Addition& a) {
+    const std::uint32_t level = parent.level() + 1;
+    auto* child = ::new (std::exchange(m_memory, nullptr))
+        OpenBottomGroup(a.list, &parent, level, OpenBottomGroup::cell_around(a.bounds, level));
+    parent.append_child(child);
+    child->append(a.drawable, a.bounds, a.flags);
+    return child;
+  }
+
+ private:
+  void* m_memory;
+};
+
+/// The nearest group from `start` upward that contains the bounds; null when
+/// none does. `left` becomes the last group left on the way, if any.
+Group* nearest_container(Group* start, const BoundsTemplate<long>& bounds, Group*& left) {
   Group* group = start;
   while (group != nullptr && !bounds.is_inside(group->m_bounds)) {
-    to_close = group;
+    left = group;
     group = group->m_pParent;
   }
-  if (group == nullptr) return nullptr;
+  return group;
+}
+
+/// Adds to a new child of the nearest group from `start` upward that contains
+/// the bounds, and closes the last group left on the way (`to_close` when it is
+/// the start's own child).
+Group* climb_and_add(Group* start, Group* to_close, const Addition& a) {
+  Group* group = nearest_container(start, a.bounds, to_close);
+  NextOpenGroup next(a.list);
+  if (group == nullptr || !next) return nullptr;
   if (to_close != nullptr) to_close->close();
-  Group* child = group->open_child_with(drawable, bounds, list, flags);
-  list.m_pInsertHint = nullptr;
+  Group* child = next.open_below(*group, a);
+  if (group != start) a.list.m_pInsertHint = nullptr;
   return child;
 }
 
+/// The lowest ancestor of an empty group that does not go with it.
+Group* lowest_survivor(const Group& empty) {
+  Group* group = empty.m_pParent;
+  const Group* child = &empty;
+  while (group != nullptr && group->m_pParent != nullptr && group->m_pFirst.group == child &&
+         child->m_pNext == nullptr) {
+    child = group;
+    group = group->m_pParent;
+  }
+  return group;
+}
+
 /// Takes the empty open group out of the tree, with the ancestors that this
-/// empties. Returns where to climb from.
-Group* discard_empty(OpenBottomGroup* empty) {
-  Group* parent = empty->m_pParent;
-  if (parent == nullptr || !parent->unlink_child(empty)) return nullptr;
-  delete empty;
-  if (parent->m_pFirst.group != nullptr || parent->m_pParent == nullptr) return parent;
-  return parent->m_pParent->empty_child_notify(parent);
+/// empties, and adds to a new child of the nearest group that contains the
+/// bounds.
+Group* discard_and_add(OpenBottomGroup* empty, const Addition& a) {
+  Group* to_close = nullptr;
+  Group* group = nearest_container(lowest_survivor(*empty), a.bounds, to_close);
+  NextOpenGroup next(a.list);
+  if (group == nullptr || !next) return nullptr;
+  if (empty->m_pParent->empty_child_notify(empty) == nullptr) return nullptr;
+  if (to_close != nullptr) to_close->close();
+  return next.open_below(*group, a);
+}
+
+/// Appends to the open group whatever its cell.
+void append_anyhow(const Addition& a) {
+  for (Group* widened = a.list.m_pOpenGroup; widened != nullptr; widened = widened->m_pParent) {
+    widened->m_bounds.widen(a.bounds);
+  }
+  a.list.m_pOpenGroup->append(a.drawable, a.bounds, a.flags);
 }
 
 /// Finds the predecessor of `before` in the group's chain; false when `before`
@@ -68,8 +135,7 @@ Group* DisplayList::add(Drawable* drawable, const BoundsTemplate<long>& bounds,
   Group* parent = m_pOpenGroup->m_pParent;
   // A full root has nowhere to go on: it takes what does not fit elsewhere.
   if (parent == nullptr) return m_pOpenGroup->add(drawable, bounds, this, flags);
-  m_pOpenGroup->close();
-  return parent->add(drawable, bounds, this, flags);
+  return climb_and_add(parent, m_pOpenGroup, {drawable, bounds, *this, flags});
 }
 
 Group* DisplayList::add(Drawable* drawable, unsigned long flags) {
@@ -95,11 +161,13 @@ Group* DisplayList::split_open_group_and_add(Drawable* drawable, const BoundsTem
     Drawable* moved = chain;
     chain = chain->m_pNext;
     moved->m_pNext = nullptr;
-    m_pOpenGroup->add(moved, bounds_of(*moved), this, inner->m_flags);
+    const BoundsTemplate<long> moved_bounds = bounds_of(*moved);
+    if (m_pOpenGroup->add(moved, moved_bounds, this, inner->m_flags) == nullptr) {
+      append_anyhow({moved, moved_bounds, *this, inner->m_flags});
+    }
   }
   if (child == m_pOpenGroup && bounds.is_inside(child->m_bounds)) {
-    child->close();
-    return inner->add(drawable, bounds, this, flags);
+    return climb_and_add(inner, child, {drawable, bounds, *this, flags});
   }
   return m_pOpenGroup->add(drawable, bounds, this, flags);
 }
@@ -117,7 +185,7 @@ bool DisplayList::ensure_open_group() {
 Group* Group::add(Drawable* drawable, const BoundsTemplate<long>& bounds, DisplayList* list,
                   unsigned long flags) {
   if (bounds.is_inside(m_bounds)) return open_child_with(drawable, bounds, *list, flags);
-  return climb_and_add(m_pParent, this, drawable, bounds, *list, flags);
+  return climb_and_add(this, nullptr, {drawable, bounds, *list, flags});
 }
 
 Group* OpenBottomGroup::add(Drawable* drawable, const BoundsTemplate<long>& bounds,
@@ -126,10 +194,11 @@ Group* OpenBottomGroup::add(Drawable* drawable, const BoundsTemplate<long>& boun
     append(drawable, bounds, flags);
     return this;
   }
-  if (m_pFirst.drawable != nullptr) {
-    return climb_and_add(m_pParent, this, drawable, bounds, *list, flags);
-  }
-  return climb_and_add(discard_empty(this), nullptr, drawable, bounds, *list, flags);
+  const Addition addition{drawable, bounds, *list, flags};
+  Group* child = m_pFirst.drawable != nullptr ? climb_and_add(m_pParent, this, addition)
+                                              : discard_and_add(this, addition);
+  if (child != nullptr) list->m_pInsertHint = nullptr;
+  return child;
 }
 
 Group* DisplayList::add_before(Group* hint, Drawable* before, Drawable* chain,

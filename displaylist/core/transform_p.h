@@ -65,6 +65,14 @@ inline LM_DCI_Point scaled_saturated(const DisplayList& list, const PointTemplat
           rounding::nearest_saturated(p.y * list.m_scale.y + list.m_offset.y), 0};
 }
 
+/// Through the rotation when it is on, saturated at the 32-bit limits.
+inline LM_DCI_Point with_rotation_saturated(const DisplayList& list, const PointTemplate<long>& p) {
+  if (!list.m_bRotated) return scaled_saturated(list, p);
+  const double* r = list.m_rotation;
+  return {rounding::nearest_saturated(r[4] * p.x + r[1] * p.y + r[2]),
+          rounding::nearest_saturated(r[0] * p.x + r[5] * p.y + r[3]), 0};
+}
+
 /// transform_point to device integers.
 inline LM_DCI_Point point(const DisplayList& list, const PointTemplate<long>& p) {
   return list.m_bCheckOverflow ? scaled_saturated(list, p) : scaled(list, p);

@@ -164,7 +164,7 @@ TEST(Insertion, BoundsOnTheCellBorderAreInside) {
 
 /// The open group replaced by an empty one: a fresh child of its parent.
 void reopen_empty(ProbeScene& scene) {
-  DL::OpenBottomGroup* open = scene.list.m_pOpenGroup;
+  Group* open = scene.list.m_pOpenGroup;
   open->close();
   open->create_open_bottom_group(&scene.list);
   ASSERT_EQ(scene.list.m_pOpenGroup->m_pFirst.drawable, nullptr);
@@ -229,55 +229,6 @@ TEST(GroupAdd, ClimbsAndClosesItselfWhereTheyDoNot) {
   EXPECT_EQ(cell->m_bounds, (Bounds{-30, -30, -9, -9}));
   EXPECT_EQ(scene.list.m_pInsertHint, nullptr);
   EXPECT_EQ(broken_invariants(scene.list), "");
-}
-
-TEST(InsertHint, FollowsTheOpenGroupUntilInsertionClimbs) {
-  ProbeScene scene(1, 5);
-  scene.add(square(10));
-  EXPECT_EQ(scene.list.m_pInsertHint, scene.list.m_pOpenGroup);
-  scene.add(square(20));
-  EXPECT_EQ(scene.list.m_pInsertHint, scene.list.m_pOpenGroup);
-  scene.add(square(-20));
-  EXPECT_EQ(scene.list.m_pInsertHint, nullptr);
-  scene.add(square(-30));
-  EXPECT_EQ(scene.list.m_pInsertHint, nullptr);
-}
-
-TEST(InsertHint, OnAnotherGroupStaysThere) {
-  ProbeScene scene(1, 1);
-  scene.add(square(10));
-  scene.add(square(20));
-  Group* elsewhere = scene.child(scene.root(), 0);
-  scene.list.m_pInsertHint = elsewhere;
-  scene.add(square(30));
-  EXPECT_EQ(scene.list.m_pInsertHint, elsewhere);
-}
-
-TEST(OutsideTheRoot, NothingIsAddedAndTheListGoesOn) {
-  ProbeScene scene(2, 5);
-  scene.root().m_bounds = {0, 0, 100, 100};
-  scene.add(square(10));
-  EXPECT_EQ(scene.add(square(200)), nullptr);
-  EXPECT_EQ(scene.log.alive, 1);
-  EXPECT_NE(scene.add(square(20)), nullptr);
-  EXPECT_EQ(scene.add(square(200)), nullptr);
-  EXPECT_NE(scene.add(square(30)), nullptr);
-  EXPECT_EQ(drawables_of(scene.list).size(), 3U);
-  EXPECT_EQ(broken_invariants(scene.list), "");
-}
-
-TEST(FullRootAtTheDeepestLevel, TakesWhatDoesNotFitElsewhere) {
-  ProbeScene scene(2, 0);
-  for (const int at : {10, 20, 30}) EXPECT_EQ(scene.add(square(at)), &scene.root());
-  EXPECT_EQ(scene.ids_in(scene.root()), (Ids{1, 2, 3}));
-  EXPECT_EQ(broken_invariants(scene.list), "");
-}
-
-TEST(AddByDrawable, AsksItForItsBounds) {
-  ProbeScene scene;
-  scene.list.add(scene.make(square(10)), 3);
-  EXPECT_EQ(scene.list.m_openBounds, square(10));
-  EXPECT_EQ(scene.root().m_flags, 3U);
 }
 
 }  // namespace

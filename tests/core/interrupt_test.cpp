@@ -92,18 +92,6 @@ TEST_P(InterruptForms, GranularityIsTheClients) {
   EXPECT_EQ(ids_of(scene.log.take()), one_to(3));
 }
 
-TEST_P(InterruptForms, GroupApartFromTheRegionIsCountedAllTheSame) {
-  if (!GetParam().bounded) return;
-  const PollEvery poll_every(1);
-  NestedGroups scene(6);
-  InterruptCounter interrupt(scene.list);
-  const Bounds apart{100, 100, 200, 200};
-  scene.root().m_bounds = kPoint;
-  EXPECT_TRUE(GetParam().draw(scene.root(), scene.list, apart, apart));
-  EXPECT_EQ(polls_of(interrupt), 1);
-  EXPECT_TRUE(scene.log.take().empty());
-}
-
 TEST_P(InterruptForms, WithoutATestTheyNeverStop) {
   const PollEvery poll_every(1);
   NestedGroups scene(6);
@@ -180,6 +168,20 @@ INSTANTIATE_TEST_SUITE_P(All, PlainForms, testing::ValuesIn(forms_that([](const 
                            return !is_interruptible(form);
                          })),
                          [](const auto& form) { return std::string(form.param.name); });
+
+TEST(BoundedInterruptForms, CountAGroupApartFromTheRegionAllTheSame) {
+  const PollEvery poll_every(1);
+  for (const DrawForm& form : kDrawForms) {
+    if (!form.interrupt || !form.bounded) continue;
+    NestedGroups scene(6);
+    InterruptCounter interrupt(scene.list);
+    const Bounds apart{100, 100, 200, 200};
+    scene.root().m_bounds = kPoint;
+    EXPECT_TRUE(form.draw(scene.root(), scene.list, apart, apart)) << form;
+    EXPECT_EQ(interrupt.polls + interrupt.selection_polls, 1) << form;
+    EXPECT_TRUE(scene.log.take().empty()) << form;
+  }
+}
 
 TEST(DrawBoundedInterrupt, AskedBeforeTheInfoSoThatEveryDrawableCounts) {
   const PollEvery poll_every(1);

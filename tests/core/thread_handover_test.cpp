@@ -94,16 +94,6 @@ TEST_P(ThreadedForms, WhatTheThreadsDoNotTakeIsDrawnHereInOrder) {
   EXPECT_EQ(with_threads.threads.handed.empty(), !hands_over(GetParam()));
 }
 
-TEST_P(ThreadedForms, LeavesApartFromTheRegionAreNotHandedOver) {
-  if (!GetParam().bounded) return;
-  ThreadedScene scene(0);
-  const Bounds apart{100, 100, 200, 200};
-  GetParam().draw(scene.root(), scene.list, apart, apart);
-  for (Group* leaf : {scene.child(scene.root(), 0), scene.child(scene.root(), 1)}) {
-    for (const HandOver& handed : scene.threads.handed) EXPECT_NE(handed.group, leaf);
-  }
-}
-
 TEST_P(ThreadedForms, TheOpenGroupStaysOnTheCallingThread) {
   ProbeScene scene;
   FakeThreads threads;
@@ -135,6 +125,17 @@ TEST(ThreadedDrawBoundedInterrupt, PollsPerDrawableWhereTheThreadsDoNotTakeIt) {
   interrupt.stop_at = 3;
   EXPECT_FALSE(scene.root().draw_bounded_interrupt(scene.list, Bounds(), kPlane));
   EXPECT_EQ(scene.log.take(), calls_of(DrawSlot::clipped, {1}));
+}
+
+TEST(ThreadedDraw, LeavesApartFromTheRegionAreNotHandedOver) {
+  const Bounds apart{100, 100, 200, 200};
+  for (const DrawForm& form : kDrawForms) {
+    if (!form.bounded) continue;
+    ThreadedScene scene(0);
+    scene.root().m_bounds = kPlane;
+    form.draw(scene.root(), scene.list, apart, apart);
+    EXPECT_TRUE(scene.threads.handed.empty()) << form;
+  }
 }
 
 TEST(ThreadedDraw, HiddenClosedLeavesAreHandedOverToo) {

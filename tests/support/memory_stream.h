@@ -15,7 +15,7 @@ class MemoryStream final : public ZtFsStream {
   MemoryStream() = default;
   explicit MemoryStream(const std::vector<std::uint32_t>& words)
       : m_bytes(words.size() * sizeof(std::uint32_t)) {
-    std::memcpy(m_bytes.data(), words.data(), m_bytes.size());
+    if (!words.empty()) std::memcpy(m_bytes.data(), words.data(), m_bytes.size());
   }
 
   void write(const void* buffer, std::int32_t size) override {
@@ -26,7 +26,7 @@ class MemoryStream final : public ZtFsStream {
   void read(void* buffer, std::int32_t* size) override {
     const std::size_t left = m_bytes.size() - m_position;
     const std::size_t taken = std::min(left, static_cast<std::size_t>(*size));
-    std::memcpy(buffer, m_bytes.data() + m_position, taken);
+    if (taken != 0) std::memcpy(buffer, m_bytes.data() + m_position, taken);
     m_position += taken;
     *size = static_cast<std::int32_t>(taken);
   }
@@ -34,6 +34,7 @@ class MemoryStream final : public ZtFsStream {
   /// Everything written, as words.
   [[nodiscard]] std::vector<std::uint32_t> words() const {
     std::vector<std::uint32_t> words(m_bytes.size() / sizeof(std::uint32_t));
+    if (words.empty()) return words;
     std::memcpy(words.data(), m_bytes.data(), words.size() * sizeof(std::uint32_t));
     return words;
   }
