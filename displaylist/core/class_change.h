@@ -24,9 +24,10 @@
 ///    pointers name, so that run-time checks of the table agree;
 ///  - the store happens in a function that no compiler looks through, so that
 ///    none goes on with the class that it saw before.
-/// What breaks it: Clang's -fstrict-vtable-pointers (off by default), and calls
-/// on a named object instead of through a pointer or reference that came from
-/// elsewhere: those are bound when compiled.
+/// What it asks of clients: an object that changes its class comes from `new`
+/// and is called through a pointer to a class that both its classes derive
+/// from. Calls on a named object (a local variable, a member) are bound when
+/// compiled. Clang's -fstrict-vtable-pointers (off by default) breaks it.
 namespace DL::class_change {
 
 /// Constructs an object whose fields are left to be filled by a stream reader.

@@ -53,6 +53,7 @@ class DISPLAYLIST_API Group {
   virtual Group* add(Drawable* drawable, const BoundsTemplate<long>& bounds, DisplayList* list,
                      unsigned long flags);
   /// Takes no more drawables and shrinks the bounds to what the group holds.
+  /// Whoever closes the open group opens the next one, as DisplayList::add does.
   virtual void close();
 
   // The draw forms. All draw in drawing order, through the list's renderer,

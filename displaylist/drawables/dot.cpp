@@ -10,6 +10,13 @@
 
 namespace DL {
 
+namespace {
+
+constexpr std::uint32_t kDotBytes = 40;
+constexpr std::uint32_t kColorizedDotBytes = 48;
+
+}  // namespace
+
 void* DLDot::_parent_type = nullptr;
 void* DLColorizedDot::_parent_type = &DLDot::_parent_type;
 
@@ -73,7 +80,7 @@ bool DLDot::get_vector(int, VectorTemplate<long>& vector) const {
 
 void DLDot::dump(std::ostream& os, int level, DisplayListDebug& statistics) const {
   dump_line::write(os, level, "DLDot", this);
-  dump_line::count(statistics, sizeof(DLDot));
+  dump_line::count(statistics, kDotBytes);
 }
 
 void DLDot::serialize_out(ZtFsStream* stream, DisplayList& list) {
@@ -126,7 +133,7 @@ void DLColorizedDot::hide() {
 
 void DLColorizedDot::dump(std::ostream& os, int level, DisplayListDebug& statistics) const {
   dump_line::write(os, level, "DLColorizedDot", this);
-  dump_line::count(statistics, sizeof(DLColorizedDot));
+  dump_line::count(statistics, kColorizedDotBytes);
 }
 
 void DLColorizedDot::serialize_out(ZtFsStream*, DisplayList&) {}

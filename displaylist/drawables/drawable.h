@@ -45,7 +45,10 @@ class Extra_Drawable_Info {
 /// threads at once, but for drawing.
 ///
 /// A drawable may change its class in place between the visible, hidden and
-/// palettized variants of what it was constructed as; see class_change.h.
+/// palettized variants of what it was constructed as; see class_change.h. A
+/// client's class that derives from one of the library's concrete classes
+/// overrides `type`, `clone` and `hide` (with `become` its own hidden variant,
+/// or with nothing): the inherited ones make its parent of it.
 class DISPLAYLIST_API Drawable {
  public:
   /// The colour of a plain drawable, or the rendition of a palettized one.

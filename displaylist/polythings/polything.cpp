@@ -22,7 +22,7 @@ void* Polything::_parent_type = nullptr;
 Polything::Polything(LM_RGB32 color, std::int32_t n, const PointTemplate<long>* source,
                      LumenHeap* heap)
     : Drawable(color), points(copy_array(source, n, heap)) {
-  if (points != nullptr) count = n;
+  if (points != nullptr && (source != nullptr || n < 1)) count = n;
 }
 
 Polything::~Polything() {

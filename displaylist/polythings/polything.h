@@ -36,7 +36,7 @@ class DISPLAYLIST_API Polything : public Drawable {
   static void* _parent_type;
 
  protected:
-  /// Copies `count` points to the heap; a count below 1 gives none.
+  /// Copies `count` points to the heap; a count below 1 or a null array gives none.
   Polything(LM_RGB32 color, std::int32_t count, const PointTemplate<long>* points, LumenHeap* heap);
   explicit Polything(class_change::Unfilled unfilled) : Drawable(unfilled) {}
 

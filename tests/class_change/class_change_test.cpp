@@ -134,9 +134,10 @@ TEST(DrawableChange, changesNoField) {
 
 TEST(DrawableChange, agreesWithTheTypeAtRunTime) {
   std::unique_ptr<Drawable> drawable(new DLDot({7}, {1, 2}));
-  EXPECT_EQ(typeid(*drawable.get()), typeid(DLDot));
+  const Drawable& reference = *drawable;
+  EXPECT_EQ(typeid(reference), typeid(DLDot));
   drawable->hide();
-  EXPECT_EQ(typeid(*drawable.get()), typeid(DL::HiddenDrawable<DLDot>));
+  EXPECT_EQ(typeid(reference), typeid(DL::HiddenDrawable<DLDot>));
   EXPECT_NE(dynamic_cast<DLDot*>(drawable.get()), nullptr);
   EXPECT_NE(dynamic_cast<DL::HiddenDrawable<DLDot>*>(drawable.get()), nullptr);
   drawable->unhide();

@@ -131,7 +131,9 @@ TEST_F(AddBefore, GroupsAboveGoOnContainingWhatIsAdded) {
     }
   }
   scene.root().draw_bounded(scene.list, Bounds(), beyond);
-  EXPECT_EQ(scene.log.take().back().id, scene.next_id - 1);
+  const ProbeCalls calls = scene.log.take();
+  ASSERT_FALSE(calls.empty());
+  EXPECT_EQ(calls.back().id, scene.next_id - 1);
 }
 
 RC_GTEST_PROP(AddBeforeProperty, InsertsWhereAFlatListWould, ()) {

@@ -114,6 +114,14 @@ TEST_F(ComplexClip, FollowsAQuarterTurn) {
   EXPECT_TRUE(draws(rectangle(-100, 0, 0, 100)));
 }
 
+TEST_F(ComplexClip, FollowsTheShiftOfATurnedView) {
+  const double shift[6] = {0.0, 0.0, 500.0, -300.0, 1.0, 1.0};
+  std::copy(std::begin(shift), std::end(shift), scene.list.m_rotation);
+  scene.list.m_bRotated = true;
+  EXPECT_TRUE(draws(rectangle(514, -286, 516, -284)));
+  EXPECT_FALSE(draws(rectangle(514, 514, 516, 516)));
+}
+
 TEST_F(ComplexClip, InATurnedViewTheBoxHoldsAllFourCorners) {
   // An eighth of a turn puts the minimum and maximum corners on one vertical.
   const double eighth = std::sqrt(0.5);

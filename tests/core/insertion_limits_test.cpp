@@ -26,6 +26,17 @@ TEST(InsertHint, FollowsTheOpenGroupUntilInsertionClimbs) {
   EXPECT_EQ(scene.list.m_pInsertHint, nullptr);
 }
 
+TEST(InsertHint, IsClearedAlsoWhenTheParentContainsTheBounds) {
+  ProbeScene scene(1, 5);
+  scene.add(square(10));
+  scene.add(square(20));
+  scene.list.m_cMaxOpenDrawables = 10;
+  ASSERT_EQ(scene.list.m_pInsertHint, scene.list.m_pOpenGroup);
+  scene.add(square(-20));
+  EXPECT_EQ(scene.list.m_pOpenGroup->m_pParent, &scene.root());
+  EXPECT_EQ(scene.list.m_pInsertHint, nullptr);
+}
+
 TEST(InsertHint, OnAnotherGroupStaysThere) {
   ProbeScene scene(1, 1);
   scene.add(square(10));

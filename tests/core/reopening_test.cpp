@@ -54,6 +54,17 @@ TEST(CreateOpenBottomGroup, RecursesIntoALastChildThatIsStillAWholeCell) {
   EXPECT_EQ(opened->m_pParent, &scene.root());
 }
 
+TEST(CreateOpenBottomGroup, DoesNotRecurseIntoAChildOfAnotherLevel) {
+  TwoLeaves scene;
+  Group& last = scene.open();
+  last.close();
+  last.m_bounds = {0, 0, 255, 255};
+  last.m_level = 24;
+  scene.root().create_open_bottom_group(&scene.list);
+  EXPECT_EQ(scene.list.m_pOpenGroup->level(), 1U);
+  EXPECT_EQ(scene.list.m_pOpenGroup->m_bounds, Bounds::plane());
+}
+
 TEST(CreateOpenBottomGroup, GoesDownThroughWholeInnerGroups) {
   ProbeScene scene(1, 5);
   scene.add(kFirst);

@@ -101,7 +101,8 @@ TEST(Polygon, hasAVectorForEveryEdgeTheClosingOneLast) {
   for (const bool flag : {false, true}) {
     const std::unique_ptr<DL::DrawableVectorIterator> iterator(
         square->create_vector_iterator(flag));
-    EXPECT_EQ(typeid(*iterator.get()), typeid(DL::DrawableVectorIterator));
+    const DL::DrawableVectorIterator& indexed = *iterator;
+    EXPECT_EQ(typeid(indexed), typeid(DL::DrawableVectorIterator));
     EXPECT_EQ(iterator->m_vector, edges[0]);
     for (int i = 1; i < 4; ++i) {
       ASSERT_NE(iterator->next(), nullptr);
