@@ -58,7 +58,7 @@ TEST(CreateOpenBottomGroup, DoesNotRecurseIntoAChildOfAnotherLevel) {
   TwoLeaves scene;
   Group& last = scene.open();
   last.close();
-  last.m_bounds = {0, 0, 255, 255};
+  last.m_bounds = {0, 0, INT32_MAX, INT32_MAX};
   last.m_level = 24;
   scene.root().create_open_bottom_group(&scene.list);
   EXPECT_EQ(scene.list.m_pOpenGroup->level(), 1U);
