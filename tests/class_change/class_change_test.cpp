@@ -30,7 +30,7 @@ std::size_t draws(Drawable& drawable) {
   return recorded.recorder->calls().size();
 }
 
-TEST(DrawableChange, isSeenThroughThePointerThatNewReturned) {
+TEST(DrawableChange, IsSeenThroughThePointerThatNewReturned) {
   auto* dot = new DLDot({7}, {1, 2});
   EXPECT_FALSE(dot->is_hidden());
   dot->hide();
@@ -42,7 +42,7 @@ TEST(DrawableChange, isSeenThroughThePointerThatNewReturned) {
   delete dot;
 }
 
-TEST(DrawableChange, isSeenThroughABasePointer) {
+TEST(DrawableChange, IsSeenThroughABasePointer) {
   Drawable* drawable = new DLDot({7}, {1, 2});
   drawable->hide();
   EXPECT_TRUE(drawable->is_hidden());
@@ -51,14 +51,14 @@ TEST(DrawableChange, isSeenThroughABasePointer) {
   delete drawable;
 }
 
-TEST(DrawableChange, isSeenWithNothingElseAskedBefore) {
+TEST(DrawableChange, IsSeenWithNothingElseAskedBefore) {
   std::unique_ptr<DLDot> hidden(new DLDot({7}, {1, 2}));
   hidden->hide();
   EXPECT_TRUE(hidden->is_hidden());
   EXPECT_TRUE(std::unique_ptr<Drawable>(hidden->clone())->is_hidden());
 }
 
-TEST(DrawableChange, isSeenThroughEveryNameOfTheObject) {
+TEST(DrawableChange, IsSeenThroughEveryNameOfTheObject) {
   std::unique_ptr<DLDot> owner(new DLDot({7}, {1, 2}));
   DLDot& reference = *owner;
   Drawable* base = owner.get();
@@ -76,7 +76,7 @@ TEST(DrawableChange, isSeenThroughEveryNameOfTheObject) {
   }
 }
 
-TEST(DrawableChange, isSeenInALoopWhoseConditionAsks) {
+TEST(DrawableChange, IsSeenInALoopWhoseConditionAsks) {
   Drawable* drawable = new DLDot({7}, {1, 2});
   int rounds = 0;
   while (!drawable->is_hidden() && rounds < 1000) {
@@ -90,7 +90,7 @@ TEST(DrawableChange, isSeenInALoopWhoseConditionAsks) {
   delete drawable;
 }
 
-TEST(DrawableChange, isSeenInEveryRoundOfALoop) {
+TEST(DrawableChange, IsSeenInEveryRoundOfALoop) {
   auto* polyline = make_polyline({{1, 2}, {30, 40}}, {7});
   RecordedList recorded;
   for (int i = 0; i < 100; ++i) {
@@ -106,7 +106,7 @@ TEST(DrawableChange, isSeenInEveryRoundOfALoop) {
   delete polyline;
 }
 
-TEST(DrawableChange, isSeenForEachOfManyDrawables) {
+TEST(DrawableChange, IsSeenForEachOfManyDrawables) {
   DrawableChain chain{new DLDot({1}, {1, 1}), make_polyline({{1, 2}, {3, 4}}),
                       make_polygon({{1, 2}, {3, 4}, {5, 6}}), new DL::DLColorizedDot({}, {}, {})};
   int changes = 0;
@@ -120,7 +120,7 @@ TEST(DrawableChange, isSeenForEachOfManyDrawables) {
   EXPECT_EQ(changes, 12);
 }
 
-TEST(DrawableChange, changesNoField) {
+TEST(DrawableChange, ChangesNoField) {
   std::unique_ptr<DLDot> dot(new DLDot({7}, {1, 2}));
   dot->m_pNext = dot.get();
   dot->hide();
@@ -132,7 +132,7 @@ TEST(DrawableChange, changesNoField) {
   EXPECT_EQ(dot->m_pNext, dot.get());
 }
 
-TEST(DrawableChange, agreesWithTheTypeAtRunTime) {
+TEST(DrawableChange, AgreesWithTheTypeAtRunTime) {
   std::unique_ptr<Drawable> drawable(new DLDot({7}, {1, 2}));
   const Drawable& reference = *drawable;
   EXPECT_EQ(typeid(reference), typeid(DLDot));
@@ -144,7 +144,7 @@ TEST(DrawableChange, agreesWithTheTypeAtRunTime) {
   EXPECT_EQ(dynamic_cast<DL::HiddenDrawable<DLDot>*>(drawable.get()), nullptr);
 }
 
-TEST(DrawableChange, toPalettizedByReadingIsSeen) {
+TEST(DrawableChange, ToPalettizedByReadingIsSeen) {
   RecordedList recorded;
   Palette palette(recorded.list);
   MemoryStream stream({5, 6, 0x20000002, 3, 0x10000002});
@@ -163,7 +163,7 @@ TEST(DrawableChange, toPalettizedByReadingIsSeen) {
   delete dot;
 }
 
-TEST(DrawableChange, ofACloneIsSeen) {
+TEST(DrawableChange, OfACloneIsSeen) {
   LM_Rendition rendition;
   const LogicalPoint points[] = {{1, 2}, {3, 4}};
   std::unique_ptr<DL::PalettizedDrawable<DLPolyline>> original(
@@ -176,7 +176,7 @@ TEST(DrawableChange, ofACloneIsSeen) {
   EXPECT_TRUE(original->is_hidden());
 }
 
-TEST(DrawableChange, leavesTheWholeObjectToItsDestructor) {
+TEST(DrawableChange, LeavesTheWholeObjectToItsDestructor) {
   std::unique_ptr<Drawable> polyline(make_polyline({{1, 2}, {3, 4}}));
   polyline->hide();
   polyline.reset();  // the points must go too; a leak fails the sanitized flavour
@@ -194,7 +194,7 @@ class Counter : public DLDot {
   static inline int s_draws = 0;
 };
 
-TEST(DrawableChange, ofAClassOfTheClientIsSeen) {
+TEST(DrawableChange, OfAClassOfTheClientIsSeen) {
   DL::DisplayList list;
   auto* counter = new Counter;
   for (int i = 0; i < 10; ++i) {

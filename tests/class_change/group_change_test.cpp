@@ -24,7 +24,7 @@ Group* make_root(DL::DisplayList& list) {
   return group;
 }
 
-TEST(GroupChange, fromOpenToClosedIsSeenThroughThePointerThatNewReturned) {
+TEST(GroupChange, FromOpenToClosedIsSeenThroughThePointerThatNewReturned) {
   DL::DisplayList list;
   Group* group = make_root(list);
   EXPECT_TRUE(group->is_open());
@@ -34,7 +34,7 @@ TEST(GroupChange, fromOpenToClosedIsSeenThroughThePointerThatNewReturned) {
   EXPECT_EQ(typeid(*group), typeid(BottomGroup));
 }
 
-TEST(GroupChange, fromVisibleToHiddenAndBackIsSeen) {
+TEST(GroupChange, FromVisibleToHiddenAndBackIsSeen) {
   DL::DisplayList list;
   Group* group = list.m_pRootGroup;
   const Group* constant = group;
@@ -49,7 +49,7 @@ TEST(GroupChange, fromVisibleToHiddenAndBackIsSeen) {
   }
 }
 
-TEST(GroupChange, ofAClosedGroupToHiddenIsSeenInALoop) {
+TEST(GroupChange, OfAClosedGroupToHiddenIsSeenInALoop) {
   DL::DisplayList list;
   Group* group = make_root(list);
   group->close();
@@ -61,7 +61,7 @@ TEST(GroupChange, ofAClosedGroupToHiddenIsSeenInALoop) {
   EXPECT_EQ(hidden, 34);
 }
 
-TEST(GroupChange, bySplittingIsSeenInTheMiddleOfALoop) {
+TEST(GroupChange, BySplittingIsSeenInTheMiddleOfALoop) {
   DL::DisplayList list;
   list.m_cMaxOpenDrawables = 4;
   Group* root = list.m_pRootGroup;
@@ -84,7 +84,7 @@ TEST(GroupChange, bySplittingIsSeenInTheMiddleOfALoop) {
   EXPECT_EQ(bounds, LogicalBounds(0, 0, 31000, 31000));
 }
 
-TEST(GroupChange, showsInWhatTheGroupDraws) {
+TEST(GroupChange, ShowsInWhatTheGroupDraws) {
   RecordedList recorded;
   Group* group = recorded.list.m_pRootGroup;
   std::size_t expected = 0;
@@ -102,7 +102,7 @@ TEST(GroupChange, showsInWhatTheGroupDraws) {
   EXPECT_EQ(recorded.recorder->calls().size(), expected + 10);
 }
 
-TEST(GroupChange, ofEachGroupThatFillsUpIsSeenThroughThePointerToIt) {
+TEST(GroupChange, OfEachGroupThatFillsUpIsSeenThroughThePointerToIt) {
   DL::DisplayList list;
   list.m_cMaxOpenDrawables = 4;
   list.m_cMaxLevel = 1;

@@ -77,7 +77,7 @@ DrawableChain& good_chain() {
   return chain;
 }
 
-TEST(DamagedRecord, cutOffAtAnyByteLeavesAChainThatCanBeUsed) {
+TEST(DamagedRecord, CutOffAtAnyByteLeavesAChainThatCanBeUsed) {
   Reader reader;
   MemoryStream whole;
   good_chain().first()->serialize_out(&whole, reader.recorded.list);
@@ -94,7 +94,7 @@ TEST(DamagedRecord, cutOffAtAnyByteLeavesAChainThatCanBeUsed) {
   EXPECT_EQ(longest, 6U);
 }
 
-TEST(DamagedRecord, withAnyWordReplacedLeavesAChainThatCanBeUsed) {
+TEST(DamagedRecord, WithAnyWordReplacedLeavesAChainThatCanBeUsed) {
   Reader reader;
   const Words good = reader.write(good_chain());
   for (std::size_t at = 0; at < good.size(); ++at) {
@@ -118,7 +118,7 @@ rc::Gen<std::uint32_t> likely_words() {
        {1, rc::gen::arbitrary<std::uint32_t>()}});
 }
 
-RC_GTEST_PROP(DamagedRecord, ofRandomWordsLeavesAChainThatCanBeUsed, ()) {
+RC_GTEST_PROP(DamagedRecord, OfRandomWordsLeavesAChainThatCanBeUsed, ()) {
   Reader reader;
   Words words = *rc::gen::container<Words>(likely_words());
   words.insert(words.begin(), *rc::gen::element<std::uint32_t>(0x80000010, 0x80000200, 0x40000002));
@@ -128,7 +128,7 @@ RC_GTEST_PROP(DamagedRecord, ofRandomWordsLeavesAChainThatCanBeUsed, ()) {
   reader.use_all(chain);
 }
 
-RC_GTEST_PROP(DamagedRecord, settlesAfterItWasWrittenAndReadAgain, ()) {
+RC_GTEST_PROP(DamagedRecord, SettlesAfterItWasWrittenAndReadAgain, ()) {
   Reader reader;
   Words words = *rc::gen::container<Words>(likely_words());
   words.insert(words.begin(), *rc::gen::element<std::uint32_t>(0x80000010, 0x80000200));
@@ -143,7 +143,7 @@ RC_GTEST_PROP(DamagedRecord, settlesAfterItWasWrittenAndReadAgain, ()) {
   RC_ASSERT(reader.write(third) == twice_written);
 }
 
-TEST(DamagedRecord, withAHugeCountTakesMemoryOnlyForWhatArrives) {
+TEST(DamagedRecord, WithAHugeCountTakesMemoryOnlyForWhatArrives) {
   for (const std::size_t points_there : {0U, 3U, 300'000U}) {
     Reader reader;
     TestHeap heap;
@@ -160,7 +160,7 @@ TEST(DamagedRecord, withAHugeCountTakesMemoryOnlyForWhatArrives) {
   }
 }
 
-TEST(DamagedRecord, withANegativeCountHasNoPoints) {
+TEST(DamagedRecord, WithANegativeCountHasNoPoints) {
   for (const std::uint32_t count : {0x80000000U, 0x80000001U, 0xFFFFFFFFU, 0U}) {
     Reader reader;
     MemoryStream stream(
@@ -176,7 +176,7 @@ TEST(DamagedRecord, withANegativeCountHasNoPoints) {
   }
 }
 
-TEST(DamagedRecord, withATagOfNoClassEndsTheChain) {
+TEST(DamagedRecord, WithATagOfNoClassEndsTheChain) {
   Reader reader;
   for (const std::uint32_t tag : {0U, 0x3FFFFFFFU, 0x40000100U, 0x80000004U}) {
     MemoryStream stream(Words{0x80000010, 1, 2, 0x20000002, 8, tag, 1, 2, 0x20000002, 8});
@@ -185,7 +185,7 @@ TEST(DamagedRecord, withATagOfNoClassEndsTheChain) {
   }
 }
 
-TEST(DamagedRecord, readWithAHeapThatFailsAnywhereLeavesAChainThatCanBeUsed) {
+TEST(DamagedRecord, ReadWithAHeapThatFailsAnywhereLeavesAChainThatCanBeUsed) {
   std::size_t longest = 0;
   for (std::int64_t good_requests = 0; good_requests <= 7; ++good_requests) {
     Reader reader;

@@ -34,7 +34,7 @@ DL::Search search_for(DL::Drawable& prototype) {
   return search;
 }
 
-TEST(Dot, onTheEdgeOfTheClipRectangleIsDrawnUnclipped) {
+TEST(Dot, OnTheEdgeOfTheClipRectangleIsDrawnUnclipped) {
   RecordedList recorded;
   recorded.list.m_rendition.set_clip_rectangle({-5, 20, -7, 30});  // x from, x to, y from, y to
   for (const LogicalPoint p : {LogicalPoint{20, 0}, {-5, 0}, {0, 30}, {0, -7}, {20, 30}}) {
@@ -44,7 +44,7 @@ TEST(Dot, onTheEdgeOfTheClipRectangleIsDrawnUnclipped) {
   }
 }
 
-TEST(Dot, onePixelOutsideTheClipRectangleIsDrawnClipped) {
+TEST(Dot, OnePixelOutsideTheClipRectangleIsDrawnClipped) {
   RecordedList recorded;
   recorded.list.m_rendition.set_clip_rectangle({-5, 20, -7, 30});
   for (const LogicalPoint p : {LogicalPoint{21, 0}, {-6, 0}, {0, 31}, {0, -8}}) {
@@ -54,14 +54,14 @@ TEST(Dot, onePixelOutsideTheClipRectangleIsDrawnClipped) {
   }
 }
 
-TEST(Dot, clippedDrawingNeverTests) {
+TEST(Dot, ClippedDrawingNeverTests) {
   RecordedList recorded;
   DLDot dot({0x10}, {1, 2});
   dot.draw_clipped(recorded.list);
   EXPECT_EQ(recorded.take_lines(), Lines{"dot_clipped color=00000010 (1,2)"});
 }
 
-TEST(ColorizedDot, handsItsOwnColorOverBesideTheRendition) {
+TEST(ColorizedDot, HandsItsOwnColorOverBesideTheRendition) {
   RecordedList recorded;
   DLColorizedDot dot({0x10}, {1, 2}, {0x20});
   dot.draw_unclipped(recorded.list);
@@ -73,7 +73,7 @@ TEST(ColorizedDot, handsItsOwnColorOverBesideTheRendition) {
                                           "dot_clipped color=00000010 (1,2) own_color=00000020"}));
 }
 
-TEST(Dot, beyondTheDeviceSaturatesOrWrapsAsTheListSays) {
+TEST(Dot, BeyondTheDeviceSaturatesOrWrapsAsTheListSays) {
   RecordedList recorded;
   recorded.list.m_scale = {4.0, -4.0};
   recorded.list.m_rendition.set_clip_rectangle({-100, 100, -100, 100});
@@ -84,7 +84,7 @@ TEST(Dot, beyondTheDeviceSaturatesOrWrapsAsTheListSays) {
             Lines{"dot_clipped color=00000010 (2147483647,-2147483648)"});
 }
 
-TEST(Dot, isNotTurnedWithTheView) {
+TEST(Dot, IsNotTurnedWithTheView) {
   RecordedList recorded;
   recorded.list.m_bRotated = true;
   recorded.list.m_bRotationSecondary = true;
@@ -92,7 +92,7 @@ TEST(Dot, isNotTurnedWithTheView) {
   EXPECT_EQ(draw_unclipped_at(recorded, {3, 4}), Lines{"dot_unclipped color=00000010 (3,4)"});
 }
 
-RC_GTEST_PROP(Dot, isDrawnWhereTheListPutsItsPoint, ()) {
+RC_GTEST_PROP(Dot, IsDrawnWhereTheListPutsItsPoint, ()) {
   RecordedList recorded;
   recorded.list.m_scale = {*rc::gen::inRange(-400, 400) / 64.0,
                            *rc::gen::inRange(-400, 400) / 64.0};
@@ -112,7 +112,7 @@ RC_GTEST_PROP(Dot, isDrawnWhereTheListPutsItsPoint, ()) {
   RC_ASSERT(!call.own_color.has_value());
 }
 
-TEST(Dot, widensBoundsToItsPoint) {
+TEST(Dot, WidensBoundsToItsPoint) {
   const DLDot dot({}, {kMinimum, kMaximum});
   EXPECT_EQ(bounds_of(dot), LogicalBounds(kMinimum, kMaximum, kMinimum, kMaximum));
   LogicalBounds bounds(0, 0, 5, 5);
@@ -120,7 +120,7 @@ TEST(Dot, widensBoundsToItsPoint) {
   EXPECT_EQ(bounds, LogicalBounds(0, -2, 7, 5));
 }
 
-TEST(Dot, isFoundByASearchForADotAtTheSamePlace) {
+TEST(Dot, IsFoundByASearchForADotAtTheSamePlace) {
   DLDot wanted({1}, {4, 5});
   DL::Search search = search_for(wanted);
   LM_Rendition rendition;
@@ -131,7 +131,7 @@ TEST(Dot, isFoundByASearchForADotAtTheSamePlace) {
   EXPECT_FALSE(DLColorizedDot({1}, {4, 5}, {}).remove(search));
 }
 
-TEST(ColorizedDot, isFoundByASearchForItsPlaceAndOwnColor) {
+TEST(ColorizedDot, IsFoundByASearchForItsPlaceAndOwnColor) {
   DLColorizedDot wanted({1}, {4, 5}, {9});
   DL::Search search = search_for(wanted);
   EXPECT_TRUE(DLColorizedDot({2}, {4, 5}, {9}).remove(search));
@@ -141,7 +141,7 @@ TEST(ColorizedDot, isFoundByASearchForItsPlaceAndOwnColor) {
   EXPECT_FALSE(DLDot({1}, {4, 5}).remove(search));
 }
 
-TEST(Dot, isOneVectorOfBothEndsAtItsPoint) {
+TEST(Dot, IsOneVectorOfBothEndsAtItsPoint) {
   const DLDot dot({}, {4, 5});
   EXPECT_EQ(dot.get_vector_count(), 1);
   EXPECT_TRUE(dot.supports_fast_vector_iterator());
@@ -152,7 +152,7 @@ TEST(Dot, isOneVectorOfBothEndsAtItsPoint) {
   }
 }
 
-TEST(Dot, cloneCopiesTheColorWordAlone) {
+TEST(Dot, CloneCopiesTheColorWordAlone) {
   DLDot dot({}, {4, 5});
   dot.m_colorData.m_pRendition =
       reinterpret_cast<LM_Rendition*>(std::uintptr_t{0x123456789ABCDEF0});
@@ -163,7 +163,7 @@ TEST(Dot, cloneCopiesTheColorWordAlone) {
   EXPECT_EQ(bounds_of(*copy), bounds_of(dot));
 }
 
-TEST(ColorizedDot, cloneKeepsItsOwnColor) {
+TEST(ColorizedDot, CloneKeepsItsOwnColor) {
   DLColorizedDot dot({1}, {4, 5}, {0x00FEDCBA});
   const std::unique_ptr<DL::Drawable> copy(dot.clone());
   ASSERT_NE(copy, nullptr);
@@ -171,7 +171,7 @@ TEST(ColorizedDot, cloneKeepsItsOwnColor) {
   EXPECT_EQ(static_cast<DLColorizedDot*>(copy.get())->m_color.word, 0x00FEDCBAU);
 }
 
-TEST(Dot, cloneIsNullWithoutMemory) {
+TEST(Dot, CloneIsNullWithoutMemory) {
   LM_Rendition rendition;
   DLDot dot({}, {4, 5});
   DLColorizedDot colorized({1}, {4, 5}, {2});
@@ -191,7 +191,7 @@ TEST(Dot, cloneIsNullWithoutMemory) {
   EXPECT_EQ(dot.create_vector_iterator(false), nullptr);
 }
 
-TEST(ColorizedDot, isNotStored) {
+TEST(ColorizedDot, IsNotStored) {
   RecordedList recorded;
   DLColorizedDot dot({1}, {4, 5}, {9});
   DLDot successor({2}, {6, 7});

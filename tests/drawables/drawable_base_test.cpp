@@ -23,14 +23,14 @@ class Info final : public DL::Extra_Drawable_Info {
   bool is_drawn() override { return true; }
 };
 
-TEST(DrawableBase, startsUnlinkedWithoutInfoAndWithItsColor) {
+TEST(DrawableBase, StartsUnlinkedWithoutInfoAndWithItsColor) {
   const Mark mark(0xFF00AA11);
   EXPECT_EQ(mark.m_pNext, nullptr);
   EXPECT_EQ(mark.m_pDrawableInfo, nullptr);
   EXPECT_EQ(mark.m_colorData.m_color.word, 0xFF00AA11U);
 }
 
-TEST(DrawableBase, keepsTheInfoItIsGiven) {
+TEST(DrawableBase, KeepsTheInfoItIsGiven) {
   Mark mark;
   EXPECT_EQ(mark.drawable_info(), nullptr);
   Info info;
@@ -41,7 +41,7 @@ TEST(DrawableBase, keepsTheInfoItIsGiven) {
   EXPECT_EQ(mark.drawable_info(), nullptr);
 }
 
-TEST(DrawableBase, selectionDrawsAsUsual) {
+TEST(DrawableBase, SelectionDrawsAsUsual) {
   RecordedList recorded;
   Mark mark;
   mark.draw_unclipped_selection(recorded.list);
@@ -53,7 +53,7 @@ TEST(DrawableBase, selectionDrawsAsUsual) {
   EXPECT_EQ(mark.clipped_draws, 1);
 }
 
-TEST(DrawableBase, marginHidingAndUnhidingDoNothing) {
+TEST(DrawableBase, MarginHidingAndUnhidingDoNothing) {
   Mark mark(5);
   mark.set_margin(1000);
   mark.hide();
@@ -65,7 +65,7 @@ TEST(DrawableBase, marginHidingAndUnhidingDoNothing) {
   EXPECT_EQ(mark.clipped_draws, 1);
 }
 
-TEST(DrawableBase, predicatesHaveTheirPlainAnswers) {
+TEST(DrawableBase, PredicatesHaveTheirPlainAnswers) {
   Mark mark;
   EXPECT_FALSE(mark.is_hidden());
   EXPECT_FALSE(mark.is_palettized());
@@ -74,7 +74,7 @@ TEST(DrawableBase, predicatesHaveTheirPlainAnswers) {
   EXPECT_EQ(mark.partial_clone(0, 1), nullptr);
 }
 
-TEST(DrawableBase, hasNoVectors) {
+TEST(DrawableBase, HasNoVectors) {
   Mark mark;
   EXPECT_EQ(mark.get_vector_count(), 0);
   EXPECT_FALSE(mark.supports_fast_vector_iterator());
@@ -88,7 +88,7 @@ TEST(DrawableBase, hasNoVectors) {
   }
 }
 
-TEST(DrawableBase, fastVectorIterationFollowsTheVectorCount) {
+TEST(DrawableBase, FastVectorIterationFollowsTheVectorCount) {
   class OneVector final : public Mark {
    public:
     int get_vector_count() const override { return 1; }
@@ -96,14 +96,14 @@ TEST(DrawableBase, fastVectorIterationFollowsTheVectorCount) {
   EXPECT_TRUE(OneVector().supports_fast_vector_iterator());
 }
 
-TEST(DrawableBase, renditionIsTheWorkingOneInTheColorOfTheDrawable) {
+TEST(DrawableBase, RenditionIsTheWorkingOneInTheColorOfTheDrawable) {
   RecordedList recorded;
   Mark mark(0x00AABBCC);
   EXPECT_EQ(mark.rendition(recorded.list), &recorded.list.m_rendition);
   EXPECT_EQ(recorded.list.m_rendition.color().word, 0x00AABBCCU);
 }
 
-TEST(DrawableBase, renditionOfAnEqualColorStaysUnchanged) {
+TEST(DrawableBase, RenditionOfAnEqualColorStaysUnchanged) {
   RecordedList recorded;
   Mark mark(0x00AABBCC);
   mark.rendition(recorded.list);
@@ -112,7 +112,7 @@ TEST(DrawableBase, renditionOfAnEqualColorStaysUnchanged) {
   EXPECT_EQ(recorded.list.m_rendition.change_serial(), serial);
 }
 
-TEST(DrawableBase, bothColorDataOperationsStoreTheRendition) {
+TEST(DrawableBase, BothColorDataOperationsStoreTheRendition) {
   Mark mark(7);
   LM_Rendition first;
   LM_Rendition second;
@@ -122,7 +122,7 @@ TEST(DrawableBase, bothColorDataOperationsStoreTheRendition) {
   EXPECT_EQ(mark.m_colorData.m_pRendition, &second);
 }
 
-TEST(DrawableBase, recordIsColorAndEnd) {
+TEST(DrawableBase, RecordIsColorAndEnd) {
   RecordedList recorded;
   Mark mark(0x00FF0000);
   MemoryStream stream;
@@ -130,7 +130,7 @@ TEST(DrawableBase, recordIsColorAndEnd) {
   EXPECT_EQ(stream.words(), (Words{0x20000002, 0x00FF0000, 0x10000002}));
 }
 
-TEST(DrawableBase, recordIsReadBackWithThePalette) {
+TEST(DrawableBase, RecordIsReadBackWithThePalette) {
   RecordedList recorded;
   Palette palette(recorded.list);
   Mark mark;
@@ -142,7 +142,7 @@ TEST(DrawableBase, recordIsReadBackWithThePalette) {
   EXPECT_TRUE(stream.at_end());
 }
 
-TEST(DrawableBase, deletingThroughTheBaseRunsTheOutermostDestructorAndLeavesTheInfo) {
+TEST(DrawableBase, DeletingThroughTheBaseRunsTheOutermostDestructorAndLeavesTheInfo) {
   class Watched final : public Mark {
    public:
     explicit Watched(bool& destroyed) : m_destroyed(destroyed) {}
@@ -160,7 +160,7 @@ TEST(DrawableBase, deletingThroughTheBaseRunsTheOutermostDestructorAndLeavesTheI
   EXPECT_TRUE(info.is_drawn());
 }
 
-TEST(DrawableMemory, comesFromTheHeapThatIsNamed) {
+TEST(DrawableMemory, ComesFromTheHeapThatIsNamed) {
   TestHeap heap;
   const std::unique_ptr<DL::Drawable> drawable(new (&heap) DL::DLDot(LM_RGB32{1}, {2, 3}));
   ASSERT_NE(drawable, nullptr);
@@ -168,20 +168,20 @@ TEST(DrawableMemory, comesFromTheHeapThatIsNamed) {
   EXPECT_EQ(heap.bytes(), sizeof(DL::DLDot));
 }
 
-TEST(DrawableMemory, comesFromTheDefaultHeapForANullHeap) {
+TEST(DrawableMemory, ComesFromTheDefaultHeapForANullHeap) {
   LumenHeap* heap = nullptr;
   const std::unique_ptr<DL::Drawable> drawable(new (heap) DL::DLDot(LM_RGB32{1}, {2, 3}));
   ASSERT_NE(drawable, nullptr);
   EXPECT_EQ(bounds_of(*drawable), LogicalBounds(2, 3, 2, 3));
 }
 
-TEST(DrawableMemory, exhaustedGivesNullInsteadOfAnObject) {
+TEST(DrawableMemory, ExhaustedGivesNullInsteadOfAnObject) {
   TestHeap heap(0);
   const DL::Drawable* drawable = new (&heap) DL::DLDot(LM_RGB32{1}, {2, 3});
   EXPECT_EQ(drawable, nullptr);
 }
 
-TEST(ColorData, isEqualByAll64Bits) {
+TEST(ColorData, IsEqualByAll64Bits) {
   DL::Drawable::ColorData a;
   DL::Drawable::ColorData b;
   EXPECT_TRUE(a == b);

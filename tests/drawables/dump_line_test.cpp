@@ -40,7 +40,7 @@ void expect_dump(const DL::Drawable& drawable, const std::string& text, std::uin
   EXPECT_EQ(dumped.statistics.m_cGroupBytes, 0U);
 }
 
-TEST(DumpLine, ofTheBaseCountsNoMemory) {
+TEST(DumpLine, OfTheBaseCountsNoMemory) {
   const client::Mark mark;
   const Dump dumped = dump(mark, 0);
   EXPECT_EQ(dumped.line, "Drawable: level  0, this = " + address(&mark) + "\n");
@@ -48,7 +48,7 @@ TEST(DumpLine, ofTheBaseCountsNoMemory) {
   EXPECT_EQ(dumped.statistics.m_cEntryBytes, 0U);
 }
 
-TEST(DumpLine, isIndentedByFourBlanksPerLevel) {
+TEST(DumpLine, IsIndentedByFourBlanksPerLevel) {
   const DL::DLDot dot({}, {});
   const std::string this_dot = ", this = " + address(&dot) + "\n";
   EXPECT_EQ(dump(dot, 0).line, "DLDot: level  0" + this_dot);
@@ -57,24 +57,24 @@ TEST(DumpLine, isIndentedByFourBlanksPerLevel) {
   EXPECT_EQ(dump(dot, -2).line, "DLDot: level  -2" + this_dot);
 }
 
-TEST(DumpLine, ofDots) {
+TEST(DumpLine, OfDots) {
   expect_dump(*samples::make_plain<DL::DLDot>(), "DLDot: level  3", 40);
   LM_Rendition rendition;
   expect_dump(*samples::make_palettized<DL::DLDot>(&rendition), "DLDot: level  3", 40);
   expect_dump(*samples::make_plain<DL::DLColorizedDot>(), "DLColorizedDot: level  3", 48);
 }
 
-TEST(DumpLine, ofAPolylineNamesItsFirstAndLastPointAndNoLevel) {
+TEST(DumpLine, OfAPolylineNamesItsFirstAndLastPointAndNoLevel) {
   const auto polyline = samples::make_plain<DL::DLPolyline>();
   expect_dump(*polyline, "DLPolyline: color = 1193046, points = 4, (10,20)x(12,7)", 4 * 8 + 48);
 }
 
-TEST(DumpLine, ofAPolylinePrintsTheColorAsASignedNumber) {
+TEST(DumpLine, OfAPolylinePrintsTheColorAsASignedNumber) {
   const std::unique_ptr<DL::Drawable> polyline(make_polyline({{1, -2}, {-3, 4}}, {0xFFFFFFFF}));
   expect_dump(*polyline, "DLPolyline: color = -1, points = 2, (1,-2)x(-3,4)", 2 * 8 + 48);
 }
 
-TEST(DumpLine, ofAPalettizedPolylineNamesItsRendition) {
+TEST(DumpLine, OfAPalettizedPolylineNamesItsRendition) {
   LM_Rendition rendition;
   const auto polyline = samples::make_palettized<DL::DLPolyline>(&rendition);
   expect_dump(
@@ -83,13 +83,13 @@ TEST(DumpLine, ofAPalettizedPolylineNamesItsRendition) {
       4 * 8 + 48);
 }
 
-TEST(DumpLine, ofPolythingsTellsThePointCount) {
+TEST(DumpLine, OfPolythingsTellsThePointCount) {
   expect_dump(*samples::make_plain<DL::DLPolygon>(), "DLPolygon: level  3, points = 4", 4 * 8 + 48);
   expect_dump(*samples::make_plain<DL::DLGouraudPolyline>(), "GoraudPolyline: level  3, points = 4",
               4 * 12 + 56);
 }
 
-TEST(DumpLine, ofThePolythingBaseTellsThePointCount) {
+TEST(DumpLine, OfThePolythingBaseTellsThePointCount) {
   class Bare final : public DL::Polything {
    public:
     Bare() : Polything({}, samples::kPointCount, samples::kPoints, nullptr) {}
@@ -101,7 +101,7 @@ TEST(DumpLine, ofThePolythingBaseTellsThePointCount) {
   expect_dump(Bare(), "Polything: level  3, points = 4", 4 * 8 + 48);
 }
 
-TEST(DumpLine, addsUpOverDrawables) {
+TEST(DumpLine, AddsUpOverDrawables) {
   const auto dot = samples::make_plain<DL::DLDot>();
   const auto polygon = samples::make_plain<DL::DLPolygon>();
   DL::DisplayListDebug statistics;
@@ -113,7 +113,7 @@ TEST(DumpLine, addsUpOverDrawables) {
   EXPECT_EQ(statistics.m_cEntryBytes, 64U);
 }
 
-TEST(DumpLine, isFlushed) {
+TEST(DumpLine, IsFlushed) {
   class CountingBuffer final : public std::stringbuf {
    public:
     int flushes = 0;

@@ -10,7 +10,7 @@
 
 namespace {
 
-TEST(DrawableJunk, drawsNothing) {
+TEST(DrawableJunk, DrawsNothing) {
   RecordedList recorded;
   DrawableJunk junk;
   DL::Drawable& drawable = junk;
@@ -21,7 +21,7 @@ TEST(DrawableJunk, drawsNothing) {
   EXPECT_TRUE(recorded.take_lines().empty());
 }
 
-TEST(DrawableJunk, hasNoBounds) {
+TEST(DrawableJunk, HasNoBounds) {
   const DrawableJunk junk;
   EXPECT_TRUE(bounds_of(junk).is_empty());
   LogicalBounds bounds(1, 2, 3, 4);
@@ -29,7 +29,7 @@ TEST(DrawableJunk, hasNoBounds) {
   EXPECT_EQ(bounds, LogicalBounds(1, 2, 3, 4));
 }
 
-TEST(DrawableJunk, matchesNoSearchAndHasNoTypeAndNoCopy) {
+TEST(DrawableJunk, MatchesNoSearchAndHasNoTypeAndNoCopy) {
   DrawableJunk junk;
   DL::Search search;
   search.prototype = &junk;
@@ -40,13 +40,13 @@ TEST(DrawableJunk, matchesNoSearchAndHasNoTypeAndNoCopy) {
   EXPECT_EQ(junk.partial_clone(0, 1), nullptr);
 }
 
-TEST(DrawableJunk, isOfNoKind) {
+TEST(DrawableJunk, IsOfNoKind) {
   const DrawableJunk junk;
   EXPECT_FALSE(junk.isKindOf(DL::Drawable::my_type()));
   EXPECT_FALSE(junk.isKindOf(DL::DLDot::my_type()));
 }
 
-TEST(DrawableJunk, isDoneAtOnceInAnIterator) {
+TEST(DrawableJunk, IsDoneAtOnceInAnIterator) {
   DrawableJunk junk;
   EXPECT_EQ(junk.get_vector_count(), 0);
   const std::unique_ptr<DL::DrawableVectorIterator> iterator(junk.create_vector_iterator(true));
@@ -54,7 +54,7 @@ TEST(DrawableJunk, isDoneAtOnceInAnIterator) {
   EXPECT_TRUE(iterator->m_bDone);
 }
 
-TEST(DrawableJunk, printsTheBaseLineAndCountsNoMemory) {
+TEST(DrawableJunk, PrintsTheBaseLineAndCountsNoMemory) {
   const DrawableJunk junk;
   std::ostringstream os;
   DL::DisplayListDebug statistics;
@@ -67,7 +67,7 @@ TEST(DrawableJunk, printsTheBaseLineAndCountsNoMemory) {
   EXPECT_EQ(statistics.m_cDrawables, 0U);
 }
 
-TEST(DrawableJunk, canBeHeldByValueAndOnTheHeap) {
+TEST(DrawableJunk, CanBeHeldByValueAndOnTheHeap) {
   DrawableJunk by_value;
   EXPECT_EQ(by_value.m_pNext, nullptr);
   EXPECT_EQ(by_value.drawable_info(), nullptr);

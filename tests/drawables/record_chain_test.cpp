@@ -52,7 +52,7 @@ DL::Drawable* make_long_chain() {
   return first;
 }
 
-TEST(LongChain, isWrittenAndReadWithConstantStack) {
+TEST(LongChain, IsWrittenAndReadWithConstantStack) {
   const DrawableChain chain(make_long_chain());
   RecordedList recorded;
   Palette palette(recorded.list);
@@ -73,7 +73,7 @@ TEST(LongChain, isWrittenAndReadWithConstantStack) {
   EXPECT_EQ(length, kLength);
 }
 
-TEST(LongChain, ofDrawablesThatAreNotStoredIsWrittenWithConstantStack) {
+TEST(LongChain, OfDrawablesThatAreNotStoredIsWrittenWithConstantStack) {
   auto* first = new DL::DLDot({3}, {1, 2});
   const DrawableChain chain(first);
   for (int i = 0; i < kLength; ++i) {
@@ -88,7 +88,7 @@ TEST(LongChain, ofDrawablesThatAreNotStoredIsWrittenWithConstantStack) {
             (std::vector<std::uint32_t>{0x80000010, 1, 2, 0x20000002, 3, 0x10000002}));
 }
 
-TEST(LongChain, thatIsCutOffIsReadWithConstantStack) {
+TEST(LongChain, ThatIsCutOffIsReadWithConstantStack) {
   RecordedList recorded;
   MemoryStream stream;
   {

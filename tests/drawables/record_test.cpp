@@ -46,7 +46,7 @@ class Record : public testing::Test {
   std::size_t words_read = 0;
 };
 
-TEST_F(Record, ofAPlainDotIsSixWordsWrittenOneByOne) {
+TEST_F(Record, OfAPlainDotIsSixWordsWrittenOneByOne) {
   DLDot dot({0x00FF0000}, {7, -2});
   MemoryStream stream;
   dot.serialize_out(&stream, list);
@@ -54,7 +54,7 @@ TEST_F(Record, ofAPlainDotIsSixWordsWrittenOneByOne) {
   EXPECT_EQ(stream.writes(), 6U);
 }
 
-TEST_F(Record, ofAPlainDotIsReadAsAPalettizedOneWithItsColorAsTheIndex) {
+TEST_F(Record, OfAPlainDotIsReadAsAPalettizedOneWithItsColorAsTheIndex) {
   const DrawableChain chain(read({kDot, 7, 0xFFFFFFFE, kColor, 0x00FF0000, kEnd}));
   ASSERT_NE(chain.first(), nullptr);
   EXPECT_EQ(words_read, 6U);
@@ -70,13 +70,13 @@ TEST_F(Record, ofAPlainDotIsReadAsAPalettizedOneWithItsColorAsTheIndex) {
   EXPECT_TRUE(Palette::unsupported.empty());
 }
 
-TEST_F(Record, ofAPalettizedDrawableHoldsTheClientsIndex) {
+TEST_F(Record, OfAPalettizedDrawableHoldsTheClientsIndex) {
   DL::PalettizedDrawable<DLDot> dot(palette.at(-3), LogicalPoint{1, 2});
   EXPECT_EQ(words_of(dot), (Words{kDot, 1, 2, kIndex, 0xFFFFFFFD, kEnd}));
   EXPECT_EQ(palette.asked_renditions, std::vector<LM_Rendition*>{palette.at(-3)});
 }
 
-TEST_F(Record, ofAHiddenDrawableIsThatOfTheVisibleOneAndIsReadVisible) {
+TEST_F(Record, OfAHiddenDrawableIsThatOfTheVisibleOneAndIsReadVisible) {
   const std::unique_ptr<DL::Drawable> dot(new DLDot({5}, {1, 2}));
   dot->hide();
   EXPECT_EQ(words_of(*dot), (Words{kDot, 1, 2, kColor, 5, kEnd}));
@@ -84,12 +84,12 @@ TEST_F(Record, ofAHiddenDrawableIsThatOfTheVisibleOneAndIsReadVisible) {
   EXPECT_FALSE(chain.first()->is_hidden());
 }
 
-TEST_F(Record, ofAPolylineIsItsCountAndItsPoints) {
+TEST_F(Record, OfAPolylineIsItsCountAndItsPoints) {
   const std::unique_ptr<DL::Drawable> polyline(make_polyline({{1, 2}, {3, -4}}, {9}));
   EXPECT_EQ(words_of(*polyline), (Words{kPolyline, 2, 1, 2, 3, 0xFFFFFFFC, kColor, 9, kEnd}));
 }
 
-TEST_F(Record, takesTheColorTagByItsBitsNotByItsValue) {
+TEST_F(Record, TakesTheColorTagByItsBitsNotByItsValue) {
   for (const std::uint32_t tag :
        {0x20000001U, 0x20000002U, 0x00000001U, 0x20000000U, 0xFFFFFFFFU}) {
     const DrawableChain chain(read({kDot, 1, 2, tag, 4, kEnd}));
@@ -99,7 +99,7 @@ TEST_F(Record, takesTheColorTagByItsBitsNotByItsValue) {
   EXPECT_EQ(palette.asked_indices.size(), 5U);
 }
 
-TEST_F(Record, keepsAColorBehindATagWithoutThoseBits) {
+TEST_F(Record, KeepsAColorBehindATagWithoutThoseBits) {
   for (const std::uint32_t tag : {0U, 0x10000002U, 0xDFFFFFFEU}) {
     const DrawableChain chain(read({kDot, 1, 2, tag, 0x445566, kEnd}));
     EXPECT_FALSE(chain.first()->is_palettized()) << std::hex << tag;
@@ -108,7 +108,7 @@ TEST_F(Record, keepsAColorBehindATagWithoutThoseBits) {
   EXPECT_TRUE(palette.asked_indices.empty());
 }
 
-TEST_F(Record, ofAClassWithoutAPalettizedVariantKeepsItsClassAndTellsTheClientOnce) {
+TEST_F(Record, OfAClassWithoutAPalettizedVariantKeepsItsClassAndTellsTheClientOnce) {
   const DrawableChain chain(read({client::StoredMark::kTag, 8, kIndex, 3, kEnd}));
   ASSERT_NE(chain.first(), nullptr);
   EXPECT_EQ(Palette::unsupported, std::vector<DL::Drawable*>{chain.first()});
@@ -118,7 +118,7 @@ TEST_F(Record, ofAClassWithoutAPalettizedVariantKeepsItsClassAndTellsTheClientOn
   EXPECT_EQ(chain.first()->m_colorData.m_pRendition, palette.at(3));
 }
 
-TEST_F(Record, isContinuedByTheRecordsOfTheFollowingDrawables) {
+TEST_F(Record, IsContinuedByTheRecordsOfTheFollowingDrawables) {
   const DrawableChain chain{new DLDot({1}, {10, 11}), make_polyline({{1, 2}, {3, 4}}, {2}),
                             new client::StoredMark(30), new DLDot({4}, {12, 13})};
   const Words expected = {kDot, 10,     11, kColor, 1,      kPolyline, 2,
@@ -138,13 +138,13 @@ TEST_F(Record, isContinuedByTheRecordsOfTheFollowingDrawables) {
   EXPECT_EQ(palette.asked_indices, (std::vector<int>{1, 2, 30, 4}));
 }
 
-TEST_F(Record, ofTheMiddleOfAChainGoesOnToItsEnd) {
+TEST_F(Record, OfTheMiddleOfAChainGoesOnToItsEnd) {
   const DrawableChain chain{new DLDot({1}, {1, 1}), new DLDot({2}, {2, 2}), new DLDot({3}, {3, 3})};
   EXPECT_EQ(words_of(*chain.first()->m_pNext),
             (Words{kDot, 2, 2, kColor, 2, kDot, 3, 3, kColor, 3, kEnd}));
 }
 
-TEST_F(Record, leavesOutDrawablesThatAreNotStored) {
+TEST_F(Record, LeavesOutDrawablesThatAreNotStored) {
   const DrawableChain chain{new DLDot({1}, {1, 1}),
                             new DL::DLColorizedDot({1}, {5, 5}, {6}),
                             make_polygon({{1, 2}, {3, 4}, {5, 6}}),
@@ -154,12 +154,12 @@ TEST_F(Record, leavesOutDrawablesThatAreNotStored) {
   EXPECT_EQ(words_of(*chain.first()), (Words{kDot, 1, 1, kColor, 1, kDot, 2, 2, kColor, 2, kEnd}));
 }
 
-TEST_F(Record, ofADrawableThatIsNotStoredIsEmpty) {
+TEST_F(Record, OfADrawableThatIsNotStoredIsEmpty) {
   const DrawableChain chain{new DL::DLColorizedDot({1}, {5, 5}, {6}), new DLDot({2}, {2, 2})};
   EXPECT_TRUE(words_of(*chain.first()).empty());
 }
 
-TEST_F(Record, mayHoldAChainOfDrawablesInside) {
+TEST_F(Record, MayHoldAChainOfDrawablesInside) {
   client::Folder* inner = new client::Folder(new DLDot({1}, {1, 1}));
   inner->m_content->m_pNext = new DLDot({2}, {2, 2});
   auto* outer = new client::Folder(inner);
@@ -207,7 +207,7 @@ TEST_F(Record, mayHoldAChainOfDrawablesInside) {
   EXPECT_EQ(bounds_of(*inner_read->m_pNext), LogicalBounds(3, 3, 3, 3));
 }
 
-TEST_F(Record, isCreatedOnTheHeapOfTheList) {
+TEST_F(Record, IsCreatedOnTheHeapOfTheList) {
   TestHeap heap;
   list.m_heap = &heap;
   const DrawableChain chain(read({kDot, 1, 1, kColor, 1, kDot, 2, 2, kColor, 2, kEnd}));
@@ -215,7 +215,7 @@ TEST_F(Record, isCreatedOnTheHeapOfTheList) {
   EXPECT_EQ(heap.bytes(), 2 * sizeof(DLDot));
 }
 
-TEST_F(Record, ofAnUnknownClassIsLeftToTheClient) {
+TEST_F(Record, OfAnUnknownClassIsLeftToTheClient) {
   std::vector<int> asked;
   list.m_pCreateDrawableContext = &asked;
   list.m_pfnCreateDrawable = [](void* context, int tag) -> DL::Drawable* {
@@ -236,7 +236,7 @@ TEST_F(Record, ofAnUnknownClassIsLeftToTheClient) {
   EXPECT_EQ(asked.size(), 5U);
 }
 
-TEST_F(Record, withoutAFactoryKnowsTheLibrarysClassesAlone) {
+TEST_F(Record, WithoutAFactoryKnowsTheLibrarysClassesAlone) {
   list.m_pfnCreateDrawable = nullptr;
   EXPECT_EQ(list.create_drawable(client::StoredMark::kTag), nullptr);
   const std::unique_ptr<DL::Drawable> dot(list.create_drawable(kDot));
@@ -244,7 +244,7 @@ TEST_F(Record, withoutAFactoryKnowsTheLibrarysClassesAlone) {
   EXPECT_EQ(dot->type(), DLDot::my_type());
 }
 
-TEST_F(Record, withoutCallbacksIsWrittenAndReadAllTheSame) {
+TEST_F(Record, WithoutCallbacksIsWrittenAndReadAllTheSame) {
   DL::DisplayList bare;
   LM_Rendition rendition;
   DL::PalettizedDrawable<DLDot> dot(&rendition, LogicalPoint{1, 2});
@@ -257,13 +257,13 @@ TEST_F(Record, withoutCallbacksIsWrittenAndReadAllTheSame) {
   EXPECT_EQ(chain.first()->m_colorData.m_color.word, 0x99U);
 }
 
-TEST_F(Record, withAPaletteButNoPostReadCallbackIsRead) {
+TEST_F(Record, WithAPaletteButNoPostReadCallbackIsRead) {
   list.m_pfnPostRead = nullptr;
   const DrawableChain chain(read({client::StoredMark::kTag, 8, kIndex, 3, kEnd}));
   EXPECT_EQ(chain.drawables().size(), 1U);
 }
 
-TEST_F(Record, leavesNoChainBehindInTheList) {
+TEST_F(Record, LeavesNoChainBehindInTheList) {
   const DrawableChain chain(read({kDot, 1, 1, kColor, 1, kDot, 2, 2, kColor, 2, kEnd}));
   EXPECT_EQ(list.m_pRecordChain, nullptr);
   words_of(*chain.first());

@@ -5,7 +5,7 @@
 
 namespace {
 
-TEST(TypeTokens, areTheAddressesOfTheParentTokens) {
+TEST(TypeTokens, AreTheAddressesOfTheParentTokens) {
 #define DL_EXPECT_TOKEN(Class) \
   EXPECT_EQ(DL::Class::my_type(), static_cast<void*>(&DL::Class::_parent_type)) << #Class;
   DL_PALETTIZED_CLASSES(DL_EXPECT_TOKEN)
@@ -14,7 +14,7 @@ TEST(TypeTokens, areTheAddressesOfTheParentTokens) {
   EXPECT_EQ(DL::Polything::my_type(), static_cast<void*>(&DL::Polything::_parent_type));
 }
 
-TEST(TypeTokens, nameTheParentClass) {
+TEST(TypeTokens, NameTheParentClass) {
   EXPECT_EQ(DL::DLDot::_parent_type, nullptr);
   EXPECT_EQ(DL::Polything::_parent_type, nullptr);
   EXPECT_EQ(DL::DLColorizedDot::_parent_type, DL::DLDot::my_type());
@@ -23,11 +23,11 @@ TEST(TypeTokens, nameTheParentClass) {
   EXPECT_EQ(DL::DLGouraudPolyline::_parent_type, DL::DLPolyline::my_type());
 }
 
-TEST(TypeTokens, ofTheBaseIsNull) {
+TEST(TypeTokens, OfTheBaseIsNull) {
   EXPECT_EQ(DL::Drawable::my_type(), nullptr);
 }
 
-TEST(IsKindOf, isTrueForTheClassAndItsAncestors) {
+TEST(IsKindOf, IsTrueForTheClassAndItsAncestors) {
   const auto gouraud = samples::make_plain<DL::DLGouraudPolyline>();
   EXPECT_TRUE(gouraud->isKindOf(DL::DLGouraudPolyline::my_type()));
   EXPECT_TRUE(gouraud->isKindOf(DL::DLPolyline::my_type()));
@@ -36,7 +36,7 @@ TEST(IsKindOf, isTrueForTheClassAndItsAncestors) {
   EXPECT_TRUE(colorized->isKindOf(DL::DLDot::my_type()));
 }
 
-TEST(IsKindOf, isFalseForSiblingsAndDescendants) {
+TEST(IsKindOf, IsFalseForSiblingsAndDescendants) {
   const auto polygon = samples::make_plain<DL::DLPolygon>();
   EXPECT_FALSE(polygon->isKindOf(DL::DLPolyline::my_type()));
   const auto polyline = samples::make_plain<DL::DLPolyline>();
@@ -47,7 +47,7 @@ TEST(IsKindOf, isFalseForSiblingsAndDescendants) {
   EXPECT_FALSE(dot->isKindOf(DL::Polything::my_type()));
 }
 
-TEST(IsKindOf, isFalseForTheBaseOfEveryClass) {
+TEST(IsKindOf, IsFalseForTheBaseOfEveryClass) {
 #define DL_EXPECT_NOT_BASE(Class) \
   EXPECT_FALSE(samples::make_plain<DL::Class>()->isKindOf(DL::Drawable::my_type())) << #Class;
   DL_PALETTIZED_CLASSES(DL_EXPECT_NOT_BASE)
@@ -63,7 +63,7 @@ class SpecialDot final : public DL::DLDot {
   static inline void* _parent_type = &DL::DLDot::_parent_type;
 };
 
-TEST(IsKindOf, knowsClassesOfClients) {
+TEST(IsKindOf, KnowsClassesOfClients) {
   const SpecialDot special;
   EXPECT_TRUE(special.isKindOf(special.type()));
   EXPECT_TRUE(special.isKindOf(DL::DLDot::my_type()));

@@ -115,35 +115,35 @@ using AllClasses =
 TYPED_TEST_SUITE(EveryClass, AllClasses);
 TYPED_TEST_SUITE(EveryPalettizedClass, PalettizedClasses);
 
-TYPED_TEST(EveryClass, isVisibleAndPlainWhenConstructed) {
+TYPED_TEST(EveryClass, IsVisibleAndPlainWhenConstructed) {
   const auto drawable = samples::make_plain<TypeParam>();
   EXPECT_FALSE(drawable->is_hidden());
   EXPECT_FALSE(drawable->is_palettized());
   EXPECT_EQ(drawable->type(), TypeParam::my_type());
 }
 
-TYPED_TEST(EveryClass, hiddenKeepsEverythingButDrawing) {
+TYPED_TEST(EveryClass, HiddenKeepsEverythingButDrawing) {
   expect_hiding_keeps_everything_but_drawing(*samples::make_plain<TypeParam>());
 }
 
-TYPED_TEST(EveryClass, cloneIsEqualAndUnlinked) {
+TYPED_TEST(EveryClass, CloneIsEqualAndUnlinked) {
   expect_clone_is_equal(*samples::make_plain<TypeParam>());
 }
 
-TYPED_TEST(EveryClass, cloneOfAHiddenOneIsHidden) {
+TYPED_TEST(EveryClass, CloneOfAHiddenOneIsHidden) {
   const auto drawable = samples::make_plain<TypeParam>();
   drawable->hide();
   expect_clone_is_equal(*drawable);
 }
 
-TYPED_TEST(EveryClass, setsTheColorOfTheWorkingRendition) {
+TYPED_TEST(EveryClass, SetsTheColorOfTheWorkingRendition) {
   RecordedList recorded;
   const auto drawable = samples::make_plain<TypeParam>();
   EXPECT_EQ(drawable->rendition(recorded.list), &recorded.list.m_rendition);
   EXPECT_EQ(recorded.list.m_rendition.color(), samples::kColor);
 }
 
-TYPED_TEST(EveryClass, hiddenSelectionDrawsNothingAndVisibleAsUsual) {
+TYPED_TEST(EveryClass, HiddenSelectionDrawsNothingAndVisibleAsUsual) {
   RecordedList recorded;
   const std::unique_ptr<DL::Drawable> drawable = samples::make_plain<TypeParam>();
   drawable->draw_clipped(recorded.list);
@@ -156,24 +156,24 @@ TYPED_TEST(EveryClass, hiddenSelectionDrawsNothingAndVisibleAsUsual) {
   EXPECT_EQ(recorded.take_lines(), unclipped);
 }
 
-TYPED_TEST(EveryPalettizedClass, hiddenPalettizedKeepsEverythingButDrawing) {
+TYPED_TEST(EveryPalettizedClass, HiddenPalettizedKeepsEverythingButDrawing) {
   LM_Rendition rendition;
   expect_hiding_keeps_everything_but_drawing(*samples::make_palettized<TypeParam>(&rendition));
 }
 
-TYPED_TEST(EveryPalettizedClass, cloneIsPalettizedWithTheSameRendition) {
+TYPED_TEST(EveryPalettizedClass, CloneIsPalettizedWithTheSameRendition) {
   LM_Rendition rendition;
   expect_clone_is_equal(*samples::make_palettized<TypeParam>(&rendition));
 }
 
-TYPED_TEST(EveryPalettizedClass, cloneOfAHiddenOneIsHiddenAndPalettized) {
+TYPED_TEST(EveryPalettizedClass, CloneOfAHiddenOneIsHiddenAndPalettized) {
   LM_Rendition rendition;
   const auto drawable = samples::make_palettized<TypeParam>(&rendition);
   drawable->hide();
   expect_clone_is_equal(*drawable);
 }
 
-TYPED_TEST(EveryPalettizedClass, drawsWithItsOwnRenditionAndLeavesTheListsAlone) {
+TYPED_TEST(EveryPalettizedClass, DrawsWithItsOwnRenditionAndLeavesTheListsAlone) {
   RecordedList recorded;
   recorded.list.m_rendition.set_color({0xABCDEF}, true);
   LM_Rendition own;
@@ -190,7 +190,7 @@ TYPED_TEST(EveryPalettizedClass, drawsWithItsOwnRenditionAndLeavesTheListsAlone)
   EXPECT_EQ(recorded.list.m_rendition.color().word, 0xABCDEFU);
 }
 
-TYPED_TEST(EveryPalettizedClass, testsAgainstTheClipRectangleOfTheList) {
+TYPED_TEST(EveryPalettizedClass, TestsAgainstTheClipRectangleOfTheList) {
   RecordedList recorded;
   LM_Rendition own;
   own.set_clip_rectangle({0, 0, 0, 0});
@@ -203,7 +203,7 @@ TYPED_TEST(EveryPalettizedClass, testsAgainstTheClipRectangleOfTheList) {
   EXPECT_EQ(recorded.recorder->calls()[1].action.find("_unclipped"), std::string::npos);
 }
 
-TYPED_TEST(EveryPalettizedClass, answersAsItsPlainClass) {
+TYPED_TEST(EveryPalettizedClass, AnswersAsItsPlainClass) {
   LM_Rendition rendition;
   const auto palettized = samples::make_palettized<TypeParam>(&rendition);
   const auto plain = samples::make_plain<TypeParam>();
@@ -215,7 +215,7 @@ TYPED_TEST(EveryPalettizedClass, answersAsItsPlainClass) {
   EXPECT_EQ(bounds_of(*palettized), bounds_of(*plain));
 }
 
-TYPED_TEST(EveryPalettizedClass, partialCloneIsPalettizedAndVisible) {
+TYPED_TEST(EveryPalettizedClass, PartialCloneIsPalettizedAndVisible) {
   LM_Rendition rendition;
   const auto drawable = samples::make_palettized<TypeParam>(&rendition);
   const std::unique_ptr<DL::Drawable> plain_part(

@@ -30,7 +30,7 @@ class Vectors final : public client::Mark {
   bool m_fast;
 };
 
-TEST(VectorIterator, deliversTheFirstVectorAtOnce) {
+TEST(VectorIterator, DeliversTheFirstVectorAtOnce) {
   Vectors drawable(3);
   DL::DrawableVectorIterator iterator;
   EXPECT_TRUE(iterator.initialize(&drawable));
@@ -42,7 +42,7 @@ TEST(VectorIterator, deliversTheFirstVectorAtOnce) {
   EXPECT_EQ(iterator.m_vector, (Vector{{0, 0}, {0, 1}}));
 }
 
-TEST(VectorIterator, stepsForwardAndBack) {
+TEST(VectorIterator, StepsForwardAndBack) {
   Vectors drawable(3);
   const Iterator iterator(drawable.create_vector_iterator(false));
   for (const int expected : {1, 2}) {
@@ -72,7 +72,7 @@ TEST(VectorIterator, stepsForwardAndBack) {
   EXPECT_FALSE(iterator->m_bDone);
 }
 
-TEST(VectorIterator, backFromTheStartIsNullAndForwardIsTheFirstVector) {
+TEST(VectorIterator, BackFromTheStartIsNullAndForwardIsTheFirstVector) {
   Vectors drawable(2);
   const Iterator iterator(drawable.create_vector_iterator(true));
   EXPECT_EQ(iterator->prev(), nullptr);
@@ -82,7 +82,7 @@ TEST(VectorIterator, backFromTheStartIsNullAndForwardIsTheFirstVector) {
   EXPECT_EQ(vector->from.x, 0);
 }
 
-TEST(VectorIterator, ofADotHasOneVector) {
+TEST(VectorIterator, OfADotHasOneVector) {
   DL::DLDot dot({}, {4, 5});
   const Iterator iterator(dot.create_vector_iterator(false));
   const Vector at_dot{{4, 5}, {4, 5}};
@@ -95,7 +95,7 @@ TEST(VectorIterator, ofADotHasOneVector) {
   EXPECT_EQ(*back, at_dot);
 }
 
-TEST(VectorIterator, ofADrawableWithoutVectorsIsDone) {
+TEST(VectorIterator, OfADrawableWithoutVectorsIsDone) {
   Vectors drawable(0);
   DL::DrawableVectorIterator iterator;
   EXPECT_FALSE(iterator.initialize(&drawable));
@@ -107,7 +107,7 @@ TEST(VectorIterator, ofADrawableWithoutVectorsIsDone) {
   EXPECT_EQ(iterator.prev(), nullptr);
 }
 
-TEST(VectorIterator, ofADrawableThatCannotAnswerByIndexIsDone) {
+TEST(VectorIterator, OfADrawableThatCannotAnswerByIndexIsDone) {
   Vectors drawable(3, false);
   const Iterator iterator(drawable.create_vector_iterator(false));
   ASSERT_NE(iterator, nullptr);

@@ -16,7 +16,7 @@ Points square(float low, float high) {
   return {{low, low, 0}, {high, low, 0}, {high, high, 0}, {low, high, 0}};
 }
 
-TEST(ContourSet, copiesThePoints) {
+TEST(ContourSet, CopiesThePoints) {
   const auto set = LM_Create<LM_Contour_Set_Data>();
   Points points = square(0, 10);
   add(*set, points);
@@ -26,7 +26,7 @@ TEST(ContourSet, copiesThePoints) {
   EXPECT_EQ(set->contour(0).points[0], (LM_Point{0, 0, 0}));
 }
 
-TEST(ContourSet, tellsAnEmptyArrayFromNone) {
+TEST(ContourSet, TellsAnEmptyArrayFromNone) {
   const auto set = LM_Create<LM_Contour_Set_Data>();
   const LM_Point point{};
   set->add_contour(&point, 0);
@@ -40,7 +40,7 @@ TEST(ContourSet, tellsAnEmptyArrayFromNone) {
   EXPECT_FALSE(set->point_inside(0, 0));
 }
 
-TEST(ContourSet, aHoleIsOutsideByTheEvenOddRule) {
+TEST(ContourSet, AHoleIsOutsideByTheEvenOddRule) {
   const auto set = LM_Create<LM_Contour_Set_Data>(LM_Fill_Rule::even_odd);
   add(*set, square(0, 10));
   add(*set, square(3, 7));
@@ -51,7 +51,7 @@ TEST(ContourSet, aHoleIsOutsideByTheEvenOddRule) {
   EXPECT_FALSE(set->point_inside(5, 10.5));
 }
 
-TEST(ContourSet, theNonZeroRuleLooksAtDirections) {
+TEST(ContourSet, TheNonZeroRuleLooksAtDirections) {
   const auto same_way = LM_Create<LM_Contour_Set_Data>(LM_Fill_Rule::non_zero);
   add(*same_way, square(0, 10));
   add(*same_way, square(3, 7));
@@ -65,14 +65,14 @@ TEST(ContourSet, theNonZeroRuleLooksAtDirections) {
   EXPECT_TRUE(other_way->point_inside(1, 5));
 }
 
-TEST(ContourSet, aSlantedEdgeDividesExactly) {
+TEST(ContourSet, ASlantedEdgeDividesExactly) {
   const auto set = LM_Create<LM_Contour_Set_Data>();
   add(*set, {{0, 0, 0}, {8, 0, 0}, {0, 4, 0}});
   EXPECT_TRUE(set->point_inside(3.9, 2));
   EXPECT_FALSE(set->point_inside(4.1, 2));
 }
 
-TEST(ContourSet, isDestroyedWithItsLastHandle) {
+TEST(ContourSet, IsDestroyedWithItsLastHandle) {
   struct Watched : LM_Contour_Set_Data {
     explicit Watched(int& left) : m_left(left) { ++m_left; }
     ~Watched() override { --m_left; }

@@ -17,7 +17,7 @@ void release_all(std::vector<void*>& blocks) {
   blocks.clear();
 }
 
-TEST(PackedHeap, laysObjectsOfOneSizeDensely) {
+TEST(PackedHeap, LaysObjectsOfOneSizeDensely) {
   for (const std::size_t size : {40U, 48U, 72U, 104U}) {
     PackedHeap heap;
     std::vector<void*> blocks;
@@ -33,7 +33,7 @@ TEST(PackedHeap, laysObjectsOfOneSizeDensely) {
   }
 }
 
-TEST(PackedHeap, blocksAreAlignedAndDoNotOverlap) {
+TEST(PackedHeap, BlocksAreAlignedAndDoNotOverlap) {
   PackedHeap heap;
   std::mt19937 random(7);
   std::uniform_int_distribution<std::size_t> any_size(0, 20000);
@@ -64,7 +64,7 @@ TEST(PackedHeap, blocksAreAlignedAndDoNotOverlap) {
   EXPECT_EQ(heap.bytes_in_use(), 0U);
 }
 
-TEST(PackedHeap, emptySlabsGoBackButOne) {
+TEST(PackedHeap, EmptySlabsGoBackButOne) {
   PackedHeap heap;
   std::vector<void*> blocks;
   blocks.push_back(LD_AllocateMemory(48, &heap));
@@ -75,7 +75,7 @@ TEST(PackedHeap, emptySlabsGoBackButOne) {
   EXPECT_LE(heap.bytes_reserved(), one);
 }
 
-TEST(PackedHeap, aReleasedBlockIsHandedOutAgain) {
+TEST(PackedHeap, AReleasedBlockIsHandedOutAgain) {
   PackedHeap heap;
   std::vector<void*> blocks;
   for (int i = 0; i < 5000; ++i) blocks.push_back(LD_AllocateMemory(72, &heap));
@@ -86,7 +86,7 @@ TEST(PackedHeap, aReleasedBlockIsHandedOutAgain) {
   release_all(blocks);
 }
 
-TEST(PackedHeap, largeBlocksGoBackAtOnce) {
+TEST(PackedHeap, LargeBlocksGoBackAtOnce) {
   PackedHeap heap;
   void* block = LD_AllocateMemory(10'000'000, &heap);
   ASSERT_NE(block, nullptr);
@@ -96,7 +96,7 @@ TEST(PackedHeap, largeBlocksGoBackAtOnce) {
   EXPECT_EQ(heap.bytes_reserved(), 0U);
 }
 
-TEST(PackedHeap, sizesThatCannotBeGiveNull) {
+TEST(PackedHeap, SizesThatCannotBeGiveNull) {
   PackedHeap heap;
   for (std::size_t less = 0; less < 200000; less += 9973) {
     EXPECT_EQ(LD_AllocateMemory(SIZE_MAX - less, &heap), nullptr);
@@ -107,7 +107,7 @@ TEST(PackedHeap, sizesThatCannotBeGiveNull) {
   EXPECT_EQ(heap.bytes_reserved(), 0U);
 }
 
-TEST(PackedHeap, theNullHeapServesAndCounts) {
+TEST(PackedHeap, TheNullHeapServesAndCounts) {
   PackedHeap& heap = PackedHeap::process_heap();
   const std::size_t before = heap.bytes_in_use();
   void* block = LD_AllocateMemory(64, nullptr);
@@ -119,7 +119,7 @@ TEST(PackedHeap, theNullHeapServesAndCounts) {
   EXPECT_EQ(heap.bytes_in_use(), before);
 }
 
-TEST(PackedHeap, aClientsHeapIsAskedByName) {
+TEST(PackedHeap, AClientsHeapIsAskedByName) {
   class Refusing final : public LumenHeap {
    public:
     void* allocate(std::size_t size) noexcept override {
@@ -132,7 +132,7 @@ TEST(PackedHeap, aClientsHeapIsAskedByName) {
   EXPECT_EQ(heap.asked, 24U);
 }
 
-TEST(PackedHeap, anyThreadMayRelease) {
+TEST(PackedHeap, AnyThreadMayRelease) {
   PackedHeap heap;
   std::vector<void*> blocks;
   for (int i = 0; i < 4000; ++i) blocks.push_back(LD_AllocateMemory(40, &heap));

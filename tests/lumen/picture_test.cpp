@@ -56,7 +56,7 @@ int color_type(const std::string& path) {
   return file.get();
 }
 
-TEST(Picture, startsInOneColor) {
+TEST(Picture, StartsInOneColor) {
   Picture picture(3, 2, {0x00123456});
   EXPECT_EQ(picture.width(), 3);
   EXPECT_EQ(picture.height(), 2);
@@ -67,14 +67,14 @@ TEST(Picture, startsInOneColor) {
   EXPECT_EQ(picture.pixel(2, 1).word, 6U);
 }
 
-TEST(Picture, hasInvisiblePixelsAround) {
+TEST(Picture, HasInvisiblePixelsAround) {
   const Picture picture(3, 2);
   EXPECT_EQ(picture.pixel(-1, 0).word, 0xFF000000U);
   EXPECT_EQ(picture.pixel(3, 0).word, 0xFF000000U);
   EXPECT_EQ(picture.pixel(0, 2).word, 0xFF000000U);
 }
 
-TEST(Picture, impossibleSizesMakeAnEmptyOne) {
+TEST(Picture, ImpossibleSizesMakeAnEmptyOne) {
   const std::int32_t sizes[][2] = {
       {0, 5},         {5, 0},     {-1, 5},        {5, INT32_MIN},
       {INT32_MAX, 1}, {1, 65536}, {65535, 65535}, {INT32_MAX, INT32_MAX}};
@@ -86,7 +86,7 @@ TEST(Picture, impossibleSizesMakeAnEmptyOne) {
   }
 }
 
-TEST(PngFile, opaquePicturesComeBackAsRgb) {
+TEST(PngFile, OpaquePicturesComeBackAsRgb) {
   const Directory directory;
   const std::string path = directory.file("opaque.png");
   const Picture picture = colorful(0);
@@ -96,7 +96,7 @@ TEST(PngFile, opaquePicturesComeBackAsRgb) {
   EXPECT_EQ(directory.file_count(), 1);
 }
 
-TEST(PngFile, transparentPicturesComeBackWithAlpha) {
+TEST(PngFile, TransparentPicturesComeBackWithAlpha) {
   const Directory directory;
   const std::string path = directory.file("transparent.png");
   const Picture picture = colorful(0xFF000000);
@@ -105,7 +105,7 @@ TEST(PngFile, transparentPicturesComeBackWithAlpha) {
   EXPECT_EQ(read_png(path), picture);
 }
 
-TEST(PngFile, anExistingFileIsReplaced) {
+TEST(PngFile, AnExistingFileIsReplaced) {
   const Directory directory;
   const std::string path = directory.file("twice.png");
   EXPECT_EQ(write_png(Picture(900, 900), path), "");
@@ -114,7 +114,7 @@ TEST(PngFile, anExistingFileIsReplaced) {
   EXPECT_EQ(read_png(path), picture);
 }
 
-TEST(PngFile, aFailedWriteNamesTheFileAndLeavesNothing) {
+TEST(PngFile, AFailedWriteNamesTheFileAndLeavesNothing) {
   const Directory directory;
   const std::string path = directory.file("no/such/directory.png");
   const std::string error = write_png(colorful(0), path);
@@ -137,7 +137,7 @@ TEST(PngFile, aFailedWriteNamesTheFileAndLeavesNothing) {
   _exit(error.find(path) != std::string::npos ? 0 : 1);
 }
 
-TEST(PngFile, aFullDiskIsToldAndLeavesNothing) {
+TEST(PngFile, AFullDiskIsToldAndLeavesNothing) {
   const Directory directory;
   const std::string path = directory.file("full.png");
   EXPECT_EXIT(write_beyond_limit(colorful(0), path), testing::ExitedWithCode(0), "");
@@ -147,13 +147,13 @@ TEST(PngFile, aFullDiskIsToldAndLeavesNothing) {
   EXPECT_EQ(directory.file_count(), 0);
 }
 
-TEST(PngFile, anEmptyPictureCannotBeWritten) {
+TEST(PngFile, AnEmptyPictureCannotBeWritten) {
   const Directory directory;
   EXPECT_NE(write_png(Picture(), directory.file("empty.png")), "");
   EXPECT_EQ(directory.file_count(), 0);
 }
 
-TEST(PngFile, whatIsNoPngIsToldByName) {
+TEST(PngFile, WhatIsNoPngIsToldByName) {
   const Directory directory;
   std::string error;
   EXPECT_TRUE(read_png(directory.file("missing.png"), &error).is_empty());

@@ -32,7 +32,7 @@ void draw_everything(Canvas& canvas) {
   canvas.device.actions.dot_clipped(&canvas.rendition, &dot, nullptr);
 }
 
-TEST(ComplexClip, hidesWhatIsOutsideTheContours) {
+TEST(ComplexClip, HidesWhatIsOutsideTheContours) {
   Canvas canvas(10, 8);
   canvas.rendition.set_complex_clip(
       contours(LM_Fill_Rule::even_odd, {box(1, 1, 9, 8), box(3, 3, 6, 7)}), true);
@@ -49,7 +49,7 @@ TEST(ComplexClip, hidesWhatIsOutsideTheContours) {
                            }));
 }
 
-TEST(ComplexClip, followsItsFillRule) {
+TEST(ComplexClip, FollowsItsFillRule) {
   Canvas canvas(10, 8);
   canvas.rendition.set_complex_clip(
       contours(LM_Fill_Rule::non_zero, {box(1, 1, 9, 8), box(3, 3, 6, 7)}), true);
@@ -58,7 +58,7 @@ TEST(ComplexClip, followsItsFillRule) {
   for (std::size_t y = 1; y < 8; ++y) EXPECT_EQ(canvas.rows()[y], ".########.");
 }
 
-TEST(ComplexClip, joinsTheClipRectangle) {
+TEST(ComplexClip, JoinsTheClipRectangle) {
   Canvas canvas(10, 3);
   canvas.rendition.set_clip_rectangle({5, 7, 1, 1});
   canvas.rendition.set_complex_clip(contours(LM_Fill_Rule::even_odd, {box(0, 0, 7, 3)}), true);
@@ -66,7 +66,7 @@ TEST(ComplexClip, joinsTheClipRectangle) {
   EXPECT_EQ(canvas.rows(), (Rows{"..........", ".....##...", ".........."}));
 }
 
-TEST(ComplexClip, withoutInsideHidesAll) {
+TEST(ComplexClip, WithoutInsideHidesAll) {
   Canvas canvas(4, 2);
   canvas.rendition.set_complex_clip(LM_Create<LM_Contour_Set_Data>(), true);
   canvas.polygon(points({{0, 0}, {4, 0}, {4, 2}, {0, 2}}));
@@ -74,7 +74,7 @@ TEST(ComplexClip, withoutInsideHidesAll) {
   EXPECT_EQ(canvas.rows(), (Rows{"....", "...."}));
 }
 
-TEST(ComplexClip, takenAwayShowsAllAgain) {
+TEST(ComplexClip, TakenAwayShowsAllAgain) {
   Canvas canvas(4, 1);
   canvas.rendition.set_complex_clip(contours(LM_Fill_Rule::even_odd, {box(0, 0, 2, 1)}), true);
   canvas.polyline(points({{0, 0}, {3, 0}}));
@@ -84,7 +84,7 @@ TEST(ComplexClip, takenAwayShowsAllAgain) {
   EXPECT_EQ(canvas.rows(), Rows{"####"});
 }
 
-TEST(ComplexClip, clipsInTurnsAreToldApart) {
+TEST(ComplexClip, ClipsInTurnsAreToldApart) {
   Canvas canvas(6, 1);
   for (int turn = 0; turn < 20; ++turn) {
     const auto left = static_cast<float>(turn % 5);
@@ -102,7 +102,7 @@ TEST(ComplexClip, clipsInTurnsAreToldApart) {
   }
 }
 
-TEST(ComplexClip, oneClipServesPicturesOfSeveralSizes) {
+TEST(ComplexClip, OneClipServesPicturesOfSeveralSizes) {
   const LM_Contour_Set clip = contours(LM_Fill_Rule::even_odd, {box(1, 0, 3, 9)});
   for (const std::int32_t width : {4, 6, 5, 4, 7, 2}) {
     Canvas canvas(width, 2);
@@ -113,7 +113,7 @@ TEST(ComplexClip, oneClipServesPicturesOfSeveralSizes) {
   }
 }
 
-TEST(ComplexClip, antialiasedEdgesCoverInPart) {
+TEST(ComplexClip, AntialiasedEdgesCoverInPart) {
   Canvas canvas(5, 2);
   canvas.device.set_antialiased(true);
   canvas.rendition.set_complex_clip(contours(LM_Fill_Rule::even_odd, {box(1, -3, 3, 9)}), true);
@@ -121,7 +121,7 @@ TEST(ComplexClip, antialiasedEdgesCoverInPart) {
   EXPECT_EQ(canvas.rows(), (Rows{".5#5.", ".5#5."}));
 }
 
-TEST(ComplexClip, oddContoursAreNoHarm) {
+TEST(ComplexClip, OddContoursAreNoHarm) {
   constexpr float huge = std::numeric_limits<float>::max();
   constexpr float nan = std::numeric_limits<float>::quiet_NaN();
   constexpr float infinity = std::numeric_limits<float>::infinity();

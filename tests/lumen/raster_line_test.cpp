@@ -11,7 +11,7 @@ using text_art::Rows;
 
 namespace {
 
-TEST(ThinLine, coversOnePixelAStep) {
+TEST(ThinLine, CoversOnePixelAStep) {
   Canvas canvas(8, 4);
   canvas.polyline(points({{0, 0}, {7, 3}}));
   EXPECT_EQ(canvas.rows(), (Rows{
@@ -22,7 +22,7 @@ TEST(ThinLine, coversOnePixelAStep) {
                            }));
 }
 
-TEST(ThinLine, runsInAllDirections) {
+TEST(ThinLine, RunsInAllDirections) {
   Canvas canvas(9, 9);
   for (const auto& end : points({{8, 4}, {4, 8}, {0, 4}, {4, 0}, {8, 8}, {0, 0}, {8, 0}, {0, 8}})) {
     canvas.polyline({{4, 4, 0}, end});
@@ -40,7 +40,7 @@ TEST(ThinLine, runsInAllDirections) {
                            }));
 }
 
-TEST(ThinLine, coversTheSamePixelsBothWays) {
+TEST(ThinLine, CoversTheSamePixelsBothWays) {
   for (std::int32_t x = 0; x < 12; ++x) {
     for (std::int32_t y = 0; y < 12; ++y) {
       Canvas there(12, 12);
@@ -52,7 +52,7 @@ TEST(ThinLine, coversTheSamePixelsBothWays) {
   }
 }
 
-TEST(ThinLine, aPolylineIncludesItsEnd) {
+TEST(ThinLine, APolylineIncludesItsEnd) {
   Canvas canvas(6, 4);
   canvas.polyline(points({{0, 0}, {5, 0}, {5, 3}, {3, 3}}));
   EXPECT_EQ(canvas.rows(), (Rows{
@@ -63,7 +63,7 @@ TEST(ThinLine, aPolylineIncludesItsEnd) {
                            }));
 }
 
-TEST(ThinLine, withoutLengthIsADot) {
+TEST(ThinLine, WithoutLengthIsADot) {
   Canvas canvas(3, 1);
   canvas.polyline(points({{0, 0}}));
   canvas.polyline(points({{2, 0}, {2, 0}, {2, 0}}));
@@ -72,7 +72,7 @@ TEST(ThinLine, withoutLengthIsADot) {
   EXPECT_EQ(canvas.rows(), Rows{"#.#"});
 }
 
-TEST(ThinLine, patternsCountPixels) {
+TEST(ThinLine, PatternsCountPixels) {
   const std::pair<std::int32_t, std::string> expected[] = {
       {LM_PATTERN_SOLID, "##############################"},
       {LM_PATTERN_DASH, "########....########....######"},
@@ -89,7 +89,7 @@ TEST(ThinLine, patternsCountPixels) {
   }
 }
 
-TEST(ThinLine, aPatternGoesOnAroundCorners) {
+TEST(ThinLine, APatternGoesOnAroundCorners) {
   Canvas canvas(6, 9);
   canvas.rendition.set_line_pattern(LM_PATTERN_DASH);
   canvas.polyline(points({{0, 0}, {5, 0}, {5, 8}}));
@@ -106,7 +106,7 @@ TEST(ThinLine, aPatternGoesOnAroundCorners) {
                            }));
 }
 
-TEST(ThinLine, transparentJointsAreBlendedOnce) {
+TEST(ThinLine, TransparentJointsAreBlendedOnce) {
   Canvas canvas(3, 3);
   canvas.rendition.set_color({0x80000000}, true);
   canvas.polyline(points({{0, 0}, {2, 0}, {2, 2}, {0, 2}, {0, 0}}));
@@ -117,7 +117,7 @@ TEST(ThinLine, transparentJointsAreBlendedOnce) {
                            }));
 }
 
-TEST(ThinLine, invisibleInkDrawsNothing) {
+TEST(ThinLine, InvisibleInkDrawsNothing) {
   Canvas canvas(3, 1);
   canvas.rendition.set_color({0xFF000000}, true);
   canvas.polyline(points({{0, 0}, {2, 0}}));
@@ -126,7 +126,7 @@ TEST(ThinLine, invisibleInkDrawsNothing) {
   EXPECT_EQ(canvas.rows(), Rows{"..."});
 }
 
-TEST(ThinLine, aPointerColorBelongsToTheDotAlone) {
+TEST(ThinLine, APointerColorBelongsToTheDotAlone) {
   Canvas canvas(3, 1);
   const LM_DCI_Point left{0, 0, 0};
   const LM_DCI_Point right{2, 0, 0};
@@ -170,7 +170,7 @@ Rows defined_line(std::int32_t size, const LM_DCI_Point& from, const LM_DCI_Poin
   return rows;
 }
 
-TEST(ThinLine, isExactHoweverFarItsEndsLie) {
+TEST(ThinLine, IsExactHoweverFarItsEndsLie) {
   std::mt19937 random(20);
   constexpr std::int32_t size = 24;
   int touching = 0;
@@ -199,7 +199,7 @@ TEST(ThinLine, isExactHoweverFarItsEndsLie) {
   EXPECT_GT(touching, 10000);
 }
 
-TEST(ThinLine, cornersOfTheCoordinatePlaneAreNoHarm) {
+TEST(ThinLine, CornersOfTheCoordinatePlaneAreNoHarm) {
   const std::int32_t extremes[] = {INT32_MIN, INT32_MIN + 1, -1, 0, 7, INT32_MAX - 1, INT32_MAX};
   for (const std::int32_t x1 : extremes) {
     for (const std::int32_t y1 : extremes) {
@@ -215,7 +215,7 @@ TEST(ThinLine, cornersOfTheCoordinatePlaneAreNoHarm) {
   }
 }
 
-TEST(ThinLine, aClipRectangleOnlyHides) {
+TEST(ThinLine, AClipRectangleOnlyHides) {
   const Points path = points({{-40, 3}, {35, 28}, {12, -9}, {12, 50}, {-3, -3}, {31, 31}});
   for (const std::int32_t pattern : {LM_PATTERN_SOLID, LM_PATTERN_DASH_DOT}) {
     Canvas whole(32, 32);
@@ -238,7 +238,7 @@ TEST(ThinLine, aClipRectangleOnlyHides) {
   }
 }
 
-TEST(ThinLine, anEmptyClipRectangleHidesAll) {
+TEST(ThinLine, AnEmptyClipRectangleHidesAll) {
   Canvas canvas(4, 1);
   canvas.rendition.set_clip_rectangle({3, 1, 0, 0});
   canvas.polyline(points({{0, 0}, {3, 0}}));
@@ -248,7 +248,7 @@ TEST(ThinLine, anEmptyClipRectangleHidesAll) {
   EXPECT_EQ(canvas.rows(), Rows{"...."});
 }
 
-TEST(ThinLine, anEmptyPictureTakesEverything) {
+TEST(ThinLine, AnEmptyPictureTakesEverything) {
   lumen::Picture nothing;
   lumen::RasterDevice device(nothing);
   LM_Rendition rendition;

@@ -22,7 +22,7 @@ double ink_of(const lumen::Picture& picture) {
   return ink;
 }
 
-TEST(Polygon, upperAndLeftEdgesAreInsideLowerAndRightOnesNot) {
+TEST(Polygon, UpperAndLeftEdgesAreInsideLowerAndRightOnesNot) {
   Canvas canvas(8, 6);
   canvas.polygon(points({{2, 1}, {6, 1}, {6, 4}, {2, 4}}));
   EXPECT_EQ(canvas.rows(), (Rows{
@@ -35,7 +35,7 @@ TEST(Polygon, upperAndLeftEdgesAreInsideLowerAndRightOnesNot) {
                            }));
 }
 
-TEST(Polygon, slantedEdgesGoThroughPixelCenters) {
+TEST(Polygon, SlantedEdgesGoThroughPixelCenters) {
   Canvas canvas(8, 5);
   canvas.polygon(points({{0, 0}, {8, 0}, {0, 4}}));
   EXPECT_EQ(canvas.rows(), (Rows{
@@ -47,7 +47,7 @@ TEST(Polygon, slantedEdgesGoThroughPixelCenters) {
                            }));
 }
 
-TEST(Polygon, antialiasedEdgesCoverInPart) {
+TEST(Polygon, AntialiasedEdgesCoverInPart) {
   Canvas canvas(6, 5);
   canvas.device.set_antialiased(true);
   canvas.polygon(points({{1, 1}, {4, 1}, {4, 3}, {1, 3}}));
@@ -60,7 +60,7 @@ TEST(Polygon, antialiasedEdgesCoverInPart) {
                            }));
 }
 
-TEST(Polygon, isFilledByTheEvenOddRule) {
+TEST(Polygon, IsFilledByTheEvenOddRule) {
   // A square with a square hole, joined by an edge that is walked both ways.
   Canvas canvas(9, 7);
   canvas.polygon(
@@ -76,7 +76,7 @@ TEST(Polygon, isFilledByTheEvenOddRule) {
                            }));
 }
 
-TEST(Polygon, neighboursShareNoPixelAndLeaveNoneOut) {
+TEST(Polygon, NeighboursShareNoPixelAndLeaveNoneOut) {
   std::mt19937 random(5);
   std::uniform_int_distribution<std::int32_t> any(1, 30);
   for (int i = 0; i < 200; ++i) {
@@ -93,7 +93,7 @@ TEST(Polygon, neighboursShareNoPixelAndLeaveNoneOut) {
   }
 }
 
-TEST(Polygon, withoutAreaDrawsNothing) {
+TEST(Polygon, WithoutAreaDrawsNothing) {
   for (const bool antialiased : {false, true}) {
     Canvas canvas(8, 8);
     canvas.device.set_antialiased(antialiased);
@@ -124,7 +124,7 @@ bool center_is_inside(const Points& polygon, std::int64_t x, std::int64_t y) {
   return inside;
 }
 
-TEST(Polygon, colorsExactlyThePixelsWithTheirCenterInside) {
+TEST(Polygon, ColorsExactlyThePixelsWithTheirCenterInside) {
   std::mt19937 random(3);
   for (int i = 0; i < 2000; ++i) {
     const int reach = i % 4 == 0 ? 1'000'000 : 40;
@@ -145,14 +145,14 @@ TEST(Polygon, colorsExactlyThePixelsWithTheirCenterInside) {
   }
 }
 
-TEST(Polygon, antialiasedInkIsItsArea) {
+TEST(Polygon, AntialiasedInkIsItsArea) {
   Canvas canvas(100, 100);
   canvas.device.set_antialiased(true);
   canvas.polygon(points({{10, 10}, {90, 25}, {70, 80}, {20, 60}}));
   EXPECT_NEAR(ink_of(canvas.picture), 3500, 10);
 }
 
-TEST(Polygon, extremeCoordinatesAreCutRight) {
+TEST(Polygon, ExtremeCoordinatesAreCutRight) {
   for (const bool antialiased : {false, true}) {
     Canvas whole(8, 8);
     whole.device.set_antialiased(antialiased);
@@ -181,7 +181,7 @@ TEST(Polygon, extremeCoordinatesAreCutRight) {
   }
 }
 
-TEST(Polygon, transparentInkIsBlended) {
+TEST(Polygon, TransparentInkIsBlended) {
   Canvas canvas(2, 1);
   canvas.picture.row(0)[1] = 0xFF000000;
   canvas.rendition.set_color({0x40FF0000}, true);
@@ -202,7 +202,7 @@ Points comb(std::int32_t teeth, std::int32_t height) {
   return path;
 }
 
-TEST(Polygon, thousandsOfSliversAreAllDrawn) {
+TEST(Polygon, ThousandsOfSliversAreAllDrawn) {
   constexpr std::int32_t teeth = 6000;
   constexpr std::int32_t height = 1200;
   for (const bool antialiased : {false, true}) {
@@ -221,7 +221,7 @@ TEST(Polygon, thousandsOfSliversAreAllDrawn) {
   }
 }
 
-TEST(Polygon, aPathAcrossAVeryWidePictureIsFilledOnce) {
+TEST(Polygon, APathAcrossAVeryWidePictureIsFilledOnce) {
   for (const bool antialiased : {false, true}) {
     for (const std::int32_t width : {30000, 60000}) {
       Canvas canvas(width, 40);
@@ -233,7 +233,7 @@ TEST(Polygon, aPathAcrossAVeryWidePictureIsFilledOnce) {
   }
 }
 
-TEST(Polygon, manyCrossingEdgesAreSortedInTime) {
+TEST(Polygon, ManyCrossingEdgesAreSortedInTime) {
   std::mt19937 random(1);
   std::uniform_int_distribution<std::int32_t> any(0, 2000);
   Points path;

@@ -19,7 +19,7 @@ Rows stroke(std::int32_t weight, std::int32_t start, std::int32_t end, const Poi
   return canvas.rows();
 }
 
-TEST(Stroke, flatEndsStopAtTheEndPoints) {
+TEST(Stroke, FlatEndsStopAtTheEndPoints) {
   EXPECT_EQ(stroke(3, LM_END_FLAT, LM_END_FLAT, points({{4, 3}, {9, 3}})), (Rows{
                                                                                "..............",
                                                                                "..............",
@@ -31,7 +31,7 @@ TEST(Stroke, flatEndsStopAtTheEndPoints) {
                                                                            }));
 }
 
-TEST(Stroke, evenWeightsLieOneRowHigher) {
+TEST(Stroke, EvenWeightsLieOneRowHigher) {
   EXPECT_EQ(stroke(2, LM_END_FLAT, LM_END_FLAT, points({{4, 3}, {9, 3}})), (Rows{
                                                                                "..............",
                                                                                "..............",
@@ -43,7 +43,7 @@ TEST(Stroke, evenWeightsLieOneRowHigher) {
                                                                            }));
 }
 
-TEST(Stroke, eachEndHasItsOwnStyle) {
+TEST(Stroke, EachEndHasItsOwnStyle) {
   const Rows square_then_round = {
       "..............",  //
       "..#########...",  //
@@ -58,12 +58,12 @@ TEST(Stroke, eachEndHasItsOwnStyle) {
   EXPECT_EQ(stroke(5, LM_END_ROUND, LM_END_SQUARE, points({{9, 3}, {4, 3}})), round_then_square);
 }
 
-TEST(Stroke, anUnknownEndStyleIsFlat) {
+TEST(Stroke, AnUnknownEndStyleIsFlat) {
   const Points path = points({{4, 3}, {9, 3}});
   EXPECT_EQ(stroke(5, -1, 77, path), stroke(5, LM_END_FLAT, LM_END_FLAT, path));
 }
 
-TEST(Stroke, withoutLengthIsADotOfTheWeight) {
+TEST(Stroke, WithoutLengthIsADotOfTheWeight) {
   EXPECT_EQ(stroke(3, LM_END_FLAT, LM_END_FLAT, points({{4, 3}})), (Rows{
                                                                        "..............",
                                                                        "..............",
@@ -84,7 +84,7 @@ TEST(Stroke, withoutLengthIsADotOfTheWeight) {
                                                                              }));
 }
 
-TEST(Stroke, jointsAreFilled) {
+TEST(Stroke, JointsAreFilled) {
   EXPECT_EQ(stroke(3, LM_END_FLAT, LM_END_FLAT, points({{3, 6}, {3, 2}, {9, 2}})),
             (Rows{
                 "..............",
@@ -97,7 +97,7 @@ TEST(Stroke, jointsAreFilled) {
             }));
 }
 
-TEST(Stroke, aClosedPolylineHasNoEnds) {
+TEST(Stroke, AClosedPolylineHasNoEnds) {
   EXPECT_EQ(stroke(3, LM_END_FLAT, LM_END_FLAT, points({{3, 1}, {10, 1}, {10, 5}, {3, 5}, {3, 1}})),
             (Rows{
                 "..##########..",
@@ -110,7 +110,7 @@ TEST(Stroke, aClosedPolylineHasNoEnds) {
             }));
 }
 
-TEST(Stroke, patternsGrowWithTheWeight) {
+TEST(Stroke, PatternsGrowWithTheWeight) {
   Canvas canvas(40, 3);
   canvas.rendition.set_line_weight(3);
   canvas.rendition.set_line_pattern(LM_PATTERN_DASH);
@@ -119,7 +119,7 @@ TEST(Stroke, patternsGrowWithTheWeight) {
   EXPECT_EQ(canvas.rows(), (Rows{row, row, row}));
 }
 
-TEST(Stroke, aCutPatternKeepsItsPhase) {
+TEST(Stroke, ACutPatternKeepsItsPhase) {
   for (const std::int32_t pattern : {LM_PATTERN_DASH, LM_PATTERN_DASH_DOT_DOT}) {
     Canvas near(60, 3);
     Canvas far(60, 3);
@@ -133,7 +133,7 @@ TEST(Stroke, aCutPatternKeepsItsPhase) {
   }
 }
 
-TEST(Stroke, dashesOfAHugeLineAreMadeOnlyWhereTheyAreSeen) {
+TEST(Stroke, DashesOfAHugeLineAreMadeOnlyWhereTheyAreSeen) {
   Canvas canvas(16, 16);
   canvas.device.set_antialiased(true);
   canvas.rendition.set_line_pattern(LM_PATTERN_DOT);
@@ -143,7 +143,7 @@ TEST(Stroke, dashesOfAHugeLineAreMadeOnlyWhereTheyAreSeen) {
   EXPECT_NE(rows[8].find('.'), std::string::npos);
 }
 
-TEST(Stroke, antialiasedInkIsLengthTimesWeight) {
+TEST(Stroke, AntialiasedInkIsLengthTimesWeight) {
   for (const std::int32_t weight : {1, 2, 5, 9}) {
     Canvas canvas(120, 120);
     canvas.device.set_antialiased(true);
@@ -160,7 +160,7 @@ TEST(Stroke, antialiasedInkIsLengthTimesWeight) {
   }
 }
 
-TEST(Stroke, antialiasedEndsAreHalfCovered) {
+TEST(Stroke, AntialiasedEndsAreHalfCovered) {
   Canvas canvas(6, 5);
   canvas.device.set_antialiased(true);
   canvas.rendition.set_line_weight(3);
@@ -174,7 +174,7 @@ TEST(Stroke, antialiasedEndsAreHalfCovered) {
                            }));
 }
 
-TEST(SmoothLine, fillsThePixelsWhoseCentersItRunsThrough) {
+TEST(SmoothLine, FillsThePixelsWhoseCentersItRunsThrough) {
   Canvas canvas(7, 6);
   canvas.device.set_antialiased(true);
   canvas.polyline(points({{1, 1}, {5, 1}, {5, 4}, {1, 4}, {1, 1}}));
@@ -188,7 +188,7 @@ TEST(SmoothLine, fillsThePixelsWhoseCentersItRunsThrough) {
                            }));
 }
 
-TEST(SmoothLine, leavesItsLastPixelToWhatJoinsThere) {
+TEST(SmoothLine, LeavesItsLastPixelToWhatJoinsThere) {
   Canvas there(7, 1);
   there.device.set_antialiased(true);
   there.polyline(points({{1, 0}, {5, 0}}));
@@ -199,7 +199,7 @@ TEST(SmoothLine, leavesItsLastPixelToWhatJoinsThere) {
   EXPECT_EQ(back.rows(), Rows{"..####."});
 }
 
-TEST(SmoothLine, tinyPolylinesDoNotVanish) {
+TEST(SmoothLine, TinyPolylinesDoNotVanish) {
   for (const Points& path :
        {points({{2, 2}}), points({{2, 2}, {3, 2}}), points({{2, 2}, {2, 3}, {3, 3}, {2, 2}})}) {
     Canvas canvas(6, 6);
@@ -209,7 +209,7 @@ TEST(SmoothLine, tinyPolylinesDoNotVanish) {
   }
 }
 
-TEST(SmoothLine, aClipRectangleOnlyHides) {
+TEST(SmoothLine, AClipRectangleOnlyHides) {
   std::mt19937 random(12);
   std::uniform_int_distribution<std::int32_t> any(-300, 330);
   for (int i = 0; i < 300; ++i) {
@@ -234,7 +234,7 @@ TEST(SmoothLine, aClipRectangleOnlyHides) {
   }
 }
 
-TEST(Stroke, transparentInkCoversCrossingsOnce) {
+TEST(Stroke, TransparentInkCoversCrossingsOnce) {
   Canvas canvas(9, 9);
   canvas.rendition.set_line_weight(3);
   canvas.rendition.set_color({0x80000000}, true);
@@ -244,7 +244,7 @@ TEST(Stroke, transparentInkCoversCrossingsOnce) {
   }
 }
 
-TEST(Stroke, aClipRectangleOnlyHides) {
+TEST(Stroke, AClipRectangleOnlyHides) {
   std::mt19937 random(11);
   std::uniform_int_distribution<std::int32_t> any(-60, 90);
   for (int i = 0; i < 300; ++i) {
@@ -270,7 +270,7 @@ TEST(Stroke, aClipRectangleOnlyHides) {
   }
 }
 
-TEST(Stroke, aClosedPolylineThatIsCutHasNoEndsEither) {
+TEST(Stroke, AClosedPolylineThatIsCutHasNoEndsEither) {
   const Points far_square =
       points({{10, 10}, {40'000, 10}, {40'000, 40'000}, {10, 40'000}, {10, 10}});
   Canvas cut(20, 20);
@@ -282,7 +282,7 @@ TEST(Stroke, aClosedPolylineThatIsCutHasNoEndsEither) {
   EXPECT_EQ(cut.rows(), joined.rows());
 }
 
-TEST(Stroke, extremeCoordinatesAndWeightsAreNoHarm) {
+TEST(Stroke, ExtremeCoordinatesAndWeightsAreNoHarm) {
   const std::int32_t extremes[] = {INT32_MIN, -1, 9, INT32_MAX};
   for (const bool antialiased : {false, true}) {
     for (const std::int32_t weight : {INT32_MIN, 0, 2, 1000, INT32_MAX}) {

@@ -45,7 +45,7 @@ void draw_rows(const lumen::RasterDevice& device, const LM_Contour_Set& clip, st
   }
 }
 
-TEST(RasterThreads, halvesDrawnAtOnceAreTheWhole) {
+TEST(RasterThreads, HalvesDrawnAtOnceAreTheWhole) {
   const LM_Contour_Set clip = diamond();
   lumen::Picture whole(width, height);
   draw_rows(lumen::RasterDevice(whole), clip, 0, height - 1);
@@ -59,7 +59,7 @@ TEST(RasterThreads, halvesDrawnAtOnceAreTheWhole) {
   EXPECT_TRUE(halves == whole);
 }
 
-TEST(RasterThreads, antialiasedHalvesDifferByNoMoreThanTheLastBit) {
+TEST(RasterThreads, AntialiasedHalvesDifferByNoMoreThanTheLastBit) {
   lumen::Picture whole(width, height);
   lumen::RasterDevice whole_device(whole);
   whole_device.set_antialiased(true);

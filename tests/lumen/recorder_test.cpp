@@ -9,7 +9,7 @@ namespace {
 const LM_DCI_Point two_points[] = {{1, 2, 0}, {3, 4, 0}};
 const LM_RGB32 two_colors[] = {{0x10}, {0x20}};
 
-TEST(Recorder, writesEveryActionDownByName) {
+TEST(Recorder, WritesEveryActionDownByName) {
   Recorder recorder;
   LM_Rendition rendition;
   const LM_Device_Actions& actions = recorder.actions;
@@ -66,7 +66,7 @@ TEST(Recorder, writesEveryActionDownByName) {
   EXPECT_EQ(recorder.calls()[15].image_cell, &image);
 }
 
-TEST(Recorder, keepsTheRenditionOfTheCall) {
+TEST(Recorder, KeepsTheRenditionOfTheCall) {
   Recorder recorder;
   LM_Rendition rendition;
   rendition.set_color({0x00FF0000}, true);
@@ -91,7 +91,7 @@ TEST(Recorder, keepsTheRenditionOfTheCall) {
             "polyline_clipped color=00FF0000 weight=3 pattern=1 ends=1,2 complex_clip (1,2) (3,4)");
 }
 
-TEST(Recorder, clearForgetsTheCalls) {
+TEST(Recorder, ClearForgetsTheCalls) {
   Recorder recorder;
   LM_Rendition rendition;
   recorder.actions.dot_clipped(&rendition, two_points, nullptr);
@@ -99,7 +99,7 @@ TEST(Recorder, clearForgetsTheCalls) {
   EXPECT_TRUE(recorder.calls().empty());
 }
 
-TEST(Renderer, asItStandsDrawsNothing) {
+TEST(Renderer, AsItStandsDrawsNothing) {
   const LM_Renderer renderer;
   LM_Rendition rendition;
   const std::uint64_t serial = rendition.change_serial();

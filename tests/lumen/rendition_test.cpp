@@ -11,12 +11,12 @@ LM_Contour_Set square_clip() {
   return clip;
 }
 
-TEST(ChangeCounter, neverGivesASerialTwice) {
+TEST(ChangeCounter, NeverGivesASerialTwice) {
   const std::uint64_t first = LUMEN.next_change_serial();
   EXPECT_GT(LUMEN.next_change_serial(), first);
 }
 
-TEST(Rendition, copiesShareUntilOneIsChanged) {
+TEST(Rendition, CopiesShareUntilOneIsChanged) {
   LM_Rendition original;
   original.set_color({0x112233}, true);
   LM_Rendition copy = original;
@@ -28,7 +28,7 @@ TEST(Rendition, copiesShareUntilOneIsChanged) {
   EXPECT_EQ(copy.color().word, 0x445566U);
 }
 
-TEST(Rendition, equalValuesAreLeftAlone) {
+TEST(Rendition, EqualValuesAreLeftAlone) {
   LM_Rendition original;
   original.set_color({7}, true);
   original.set_line_weight(3);
@@ -53,7 +53,7 @@ TEST(Rendition, equalValuesAreLeftAlone) {
   EXPECT_TRUE(copy.shares_data_with(original));
 }
 
-TEST(Rendition, anEqualColorIsStampedWhenItIsNotToBeKept) {
+TEST(Rendition, AnEqualColorIsStampedWhenItIsNotToBeKept) {
   LM_Rendition rendition;
   rendition.set_color({7}, true);
   const std::uint64_t serial = rendition.change_serial();
@@ -63,7 +63,7 @@ TEST(Rendition, anEqualColorIsStampedWhenItIsNotToBeKept) {
   EXPECT_GT(rendition.change_serial(), serial);
 }
 
-TEST(Rendition, everyChangeIsStampedAfresh) {
+TEST(Rendition, EveryChangeIsStampedAfresh) {
   LM_Rendition rendition;
   std::uint64_t last = rendition.change_serial();
   const auto expect_fresh = [&] {
@@ -82,7 +82,7 @@ TEST(Rendition, everyChangeIsStampedAfresh) {
   expect_fresh();
 }
 
-TEST(Rendition, lineStyleChangesStampTheStyleToo) {
+TEST(Rendition, LineStyleChangesStampTheStyleToo) {
   LM_Rendition rendition;
   std::uint64_t last = rendition.line_style().change_serial;
   const auto expect_fresh = [&] {
@@ -102,7 +102,7 @@ TEST(Rendition, lineStyleChangesStampTheStyleToo) {
   EXPECT_EQ(rendition.line_style().change_serial, style_serial);
 }
 
-TEST(Rendition, commonEndStyleTellsDifferentEndsApart) {
+TEST(Rendition, CommonEndStyleTellsDifferentEndsApart) {
   LM_Rendition rendition;
   rendition.set_end_styles(LM_END_ROUND);
   EXPECT_EQ(rendition.line_style().common_end_style(), LM_END_ROUND);
@@ -110,7 +110,7 @@ TEST(Rendition, commonEndStyleTellsDifferentEndsApart) {
   EXPECT_EQ(rendition.line_style().common_end_style(), -1);
 }
 
-TEST(Rendition, aRectangleOfItsOwnDataMayBeSet) {
+TEST(Rendition, ARectangleOfItsOwnDataMayBeSet) {
   LM_Rendition rendition;
   rendition.set_clip_rectangle({1, 2, 3, 4});
   LM_Rendition other;
@@ -118,7 +118,7 @@ TEST(Rendition, aRectangleOfItsOwnDataMayBeSet) {
   EXPECT_EQ(other.clip_rectangle(), (LM_Clip_Rectangle{1, 2, 3, 4}));
 }
 
-TEST(Rendition, theHardClipFollowsTheClipWhenInvalidated) {
+TEST(Rendition, TheHardClipFollowsTheClipWhenInvalidated) {
   LM_Rendition rendition;
   const LM_Contour_Set clip = square_clip();
   rendition.set_complex_clip(clip, true);
@@ -140,7 +140,7 @@ TEST(Rendition, theHardClipFollowsTheClipWhenInvalidated) {
   EXPECT_EQ(rendition.hard_complex_clip(), nullptr);
 }
 
-TEST(Rendition, validatingTheHardClipIsNoChange) {
+TEST(Rendition, ValidatingTheHardClipIsNoChange) {
   LM_Rendition original;
   original.set_complex_clip(square_clip(), true);
   LM_Rendition copy = original;
@@ -150,7 +150,7 @@ TEST(Rendition, validatingTheHardClipIsNoChange) {
   EXPECT_FALSE(original.hard_complex_clip_validated());
 }
 
-TEST(Rendition, textAttributesAreThereFromTheStart) {
+TEST(Rendition, TextAttributesAreThereFromTheStart) {
   const LM_Rendition rendition;
   EXPECT_EQ(rendition.text_attributes().width_scale, 1.0F);
   EXPECT_EQ(rendition.text_attributes().rotation, 0.0F);

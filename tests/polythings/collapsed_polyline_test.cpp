@@ -30,12 +30,12 @@ struct CollapsedPolyline : testing::Test {
   std::unique_ptr<DL::Drawable> polyline{make_polyline({{0, 0}, {10, 10}, {-10, 20}}, {0x10})};
 };
 
-TEST_F(CollapsedPolyline, isADot) {
+TEST_F(CollapsedPolyline, IsADot) {
   EXPECT_EQ(draw_unclipped(), Lines{"dot_unclipped color=00000010 (40,50)"});
   EXPECT_EQ(draw_clipped(), Lines{"dot_clipped color=00000010 (40,50)"});
 }
 
-TEST_F(CollapsedPolyline, onTheEdgeOfTheClipRectangleIsAnUnclippedDotAndOutsideAClippedOne) {
+TEST_F(CollapsedPolyline, OnTheEdgeOfTheClipRectangleIsAnUnclippedDotAndOutsideAClippedOne) {
   list.m_rendition.set_clip_rectangle({40, 40, 50, 50});
   EXPECT_EQ(draw_unclipped(), Lines{"dot_unclipped color=00000010 (40,50)"});
   for (const LM_Clip_Rectangle outside :
@@ -45,7 +45,7 @@ TEST_F(CollapsedPolyline, onTheEdgeOfTheClipRectangleIsAnUnclippedDotAndOutsideA
   }
 }
 
-TEST_F(CollapsedPolyline, isADotWhileDotsAreNotWideOrTheLineIsThin) {
+TEST_F(CollapsedPolyline, IsADotWhileDotsAreNotWideOrTheLineIsThin) {
   list.m_rendition.set_line_weight(9);
   EXPECT_EQ(draw_unclipped(), Lines{"dot_unclipped color=00000010 weight=9 (40,50)"});
   list.m_bWideDots = true;
@@ -59,7 +59,7 @@ TEST_F(CollapsedPolyline, isADotWhileDotsAreNotWideOrTheLineIsThin) {
   }
 }
 
-TEST_F(CollapsedPolyline, isAStrokeOfExactlyTheLineWeightWhereDotsAreWide) {
+TEST_F(CollapsedPolyline, IsAStrokeOfExactlyTheLineWeightWhereDotsAreWide) {
   list.m_bWideDots = true;
   const struct {
     std::int32_t weight, from, to;
@@ -74,7 +74,7 @@ TEST_F(CollapsedPolyline, isAStrokeOfExactlyTheLineWeightWhereDotsAreWide) {
   }
 }
 
-TEST_F(CollapsedPolyline, wrapsAroundAtTheEndsOfTheDevicePlane) {
+TEST_F(CollapsedPolyline, WrapsAroundAtTheEndsOfTheDevicePlane) {
   list.m_bWideDots = true;
   list.m_offset = {2147483647.0, 0.0};
   list.m_scale = {0.0, 0.0};
@@ -87,7 +87,7 @@ TEST_F(CollapsedPolyline, wrapsAroundAtTheEndsOfTheDevicePlane) {
                                     "(1073741825,0) (-1073741825,0)"});
 }
 
-TEST_F(CollapsedPolyline, isStrokedWithFlatEndsAndGivesEqualEndsBack) {
+TEST_F(CollapsedPolyline, IsStrokedWithFlatEndsAndGivesEqualEndsBack) {
   list.m_bWideDots = true;
   list.m_rendition.set_line_weight(2);
   list.m_rendition.set_end_styles(LM_END_ROUND, LM_END_ROUND);
@@ -96,7 +96,7 @@ TEST_F(CollapsedPolyline, isStrokedWithFlatEndsAndGivesEqualEndsBack) {
   EXPECT_EQ(list.m_rendition.line_style().end_style, LM_END_ROUND);
 }
 
-TEST_F(CollapsedPolyline, leavesDifferentEndsAtMinusOne) {
+TEST_F(CollapsedPolyline, LeavesDifferentEndsAtMinusOne) {
   list.m_bWideDots = true;
   list.m_rendition.set_line_weight(2);
   list.m_rendition.set_end_styles(LM_END_ROUND, LM_END_SQUARE);
@@ -105,7 +105,7 @@ TEST_F(CollapsedPolyline, leavesDifferentEndsAtMinusOne) {
   EXPECT_EQ(list.m_rendition.line_style().end_style, -1);
 }
 
-TEST_F(CollapsedPolyline, takesWeightAndEndsFromItsOwnRenditionWhenPalettized) {
+TEST_F(CollapsedPolyline, TakesWeightAndEndsFromItsOwnRenditionWhenPalettized) {
   LM_Rendition own;
   own.set_color({0x20}, true);
   own.set_line_weight(3);
@@ -123,7 +123,7 @@ TEST_F(CollapsedPolyline, takesWeightAndEndsFromItsOwnRenditionWhenPalettized) {
   EXPECT_EQ(recorded.take_lines(), Lines{"dot_unclipped color=00000020 ends=2,2 (40,50)"});
 }
 
-TEST_F(CollapsedPolyline, ofOnePointIsADotToo) {
+TEST_F(CollapsedPolyline, OfOnePointIsADotToo) {
   polyline.reset(make_polyline({{0, 0}}, {0x10}));
   EXPECT_EQ(draw_unclipped(), Lines{"dot_unclipped color=00000010 (40,50)"});
 }

@@ -14,7 +14,7 @@ class EveryPolything : public testing::Test {};
 using Polythings = testing::Types<DL::DLPolyline, DL::DLGouraudPolyline, DL::DLPolygon>;
 TYPED_TEST_SUITE(EveryPolything, Polythings);
 
-TYPED_TEST(EveryPolything, cloneHasPointsOfItsOwn) {
+TYPED_TEST(EveryPolything, CloneHasPointsOfItsOwn) {
   const auto original = samples::make_plain<TypeParam>();
   const std::unique_ptr<DL::Drawable> copy(original->clone());
   const auto* polything = static_cast<DL::Polything*>(copy.get());
@@ -23,7 +23,7 @@ TYPED_TEST(EveryPolything, cloneHasPointsOfItsOwn) {
   for (int i = 0; i < original->count; ++i) EXPECT_EQ(polything->points[i], original->points[i]);
 }
 
-TYPED_TEST(EveryPolything, cloneKeepsAll64BitsOfTheColorData) {
+TYPED_TEST(EveryPolything, CloneKeepsAll64BitsOfTheColorData) {
   const auto original = samples::make_plain<TypeParam>();
   original->m_colorData.m_pRendition =
       reinterpret_cast<LM_Rendition*>(std::uintptr_t{0x123456789ABCDEF0});
@@ -35,7 +35,7 @@ TYPED_TEST(EveryPolything, cloneKeepsAll64BitsOfTheColorData) {
   EXPECT_TRUE(copy->remove(search));
 }
 
-TYPED_TEST(EveryPolything, partialCloneKeepsAll64BitsOfTheColorData) {
+TYPED_TEST(EveryPolything, PartialCloneKeepsAll64BitsOfTheColorData) {
   const auto original = samples::make_plain<TypeParam>();
   original->m_colorData.m_pRendition =
       reinterpret_cast<LM_Rendition*>(std::uintptr_t{0x123456789ABCDEF0});
@@ -43,7 +43,7 @@ TYPED_TEST(EveryPolything, partialCloneKeepsAll64BitsOfTheColorData) {
   EXPECT_TRUE(part == nullptr || part->m_colorData == original->m_colorData);
 }
 
-TYPED_TEST(EveryPolything, ofNoPointsIsClonedWithAnArray) {
+TYPED_TEST(EveryPolything, OfNoPointsIsClonedWithAnArray) {
   const TypeParam original(DL::class_change::kUnfilled);
   const std::unique_ptr<DL::Drawable> copy(const_cast<TypeParam&>(original).clone());
   ASSERT_NE(copy, nullptr);
@@ -51,7 +51,7 @@ TYPED_TEST(EveryPolything, ofNoPointsIsClonedWithAnArray) {
   EXPECT_NE(static_cast<DL::Polything*>(copy.get())->points, nullptr);
 }
 
-TYPED_TEST(EveryPolything, cloneIsNullWhereverMemoryRunsOut) {
+TYPED_TEST(EveryPolything, CloneIsNullWhereverMemoryRunsOut) {
   const std::unique_ptr<DL::Drawable> visible = samples::make_plain<TypeParam>();
   const std::unique_ptr<DL::Drawable> hidden = samples::make_plain<TypeParam>();
   hidden->hide();
@@ -69,7 +69,7 @@ TYPED_TEST(EveryPolything, cloneIsNullWhereverMemoryRunsOut) {
   }
 }
 
-TEST(Copies, ofAPalettizedPolylineAreNullWhereverMemoryRunsOut) {
+TEST(Copies, OfAPalettizedPolylineAreNullWhereverMemoryRunsOut) {
   LM_Rendition rendition;
   const std::unique_ptr<DL::Drawable> original =
       samples::make_palettized<DL::DLPolyline>(&rendition);

@@ -37,17 +37,17 @@ Sizes sizes_for(int count) {
   return sizes;
 }
 
-TEST(DrawAllocation, isNoneForUpTo256Points) {
+TEST(DrawAllocation, IsNoneForUpTo256Points) {
   EXPECT_EQ(sizes_for<DL::DLPolyline>(256), Sizes{});
   EXPECT_EQ(sizes_for<DL::DLGouraudPolyline>(256), Sizes{});
   EXPECT_EQ(sizes_for<DL::DLPolygon>(256), Sizes{});
 }
 
-TEST(DrawAllocation, ofAPolylineIsOnePointMoreThanItHas) {
+TEST(DrawAllocation, OfAPolylineIsOnePointMoreThanItHas) {
   EXPECT_EQ(sizes_for<DL::DLPolyline>(257), Sizes{258 * sizeof(LM_DCI_Point)});
 }
 
-TEST(DrawAllocation, ofOthersIsAsManyPointsAsTheyHave) {
+TEST(DrawAllocation, OfOthersIsAsManyPointsAsTheyHave) {
   EXPECT_EQ(sizes_for<DL::DLGouraudPolyline>(257), Sizes{257 * sizeof(LM_DCI_Point)});
   EXPECT_EQ(sizes_for<DL::DLPolygon>(257), Sizes{257 * sizeof(LM_DCI_Point)});
 }

@@ -25,14 +25,14 @@ Lines drawn_unclipped(RecordedList& recorded, std::initializer_list<LogicalPoint
   return recorded.take_lines();
 }
 
-TEST(GouraudPolyline, insideOrOnTheEdgeOfTheClipRectangleIsDrawnUnclipped) {
+TEST(GouraudPolyline, InsideOrOnTheEdgeOfTheClipRectangleIsDrawnUnclipped) {
   RecordedList recorded;
   recorded.list.m_rendition.set_clip_rectangle({-5, 20, -7, 30});
   EXPECT_EQ(drawn_unclipped(recorded, {{-5, -7}, {20, 30}}),
             Lines{"gouraud_polyline_unclipped color=00000010 (-5,-7) (20,30) #0000000A #0000000B"});
 }
 
-TEST(GouraudPolyline, withOnePointOutsideTheClipRectangleIsDrawnClipped) {
+TEST(GouraudPolyline, WithOnePointOutsideTheClipRectangleIsDrawnClipped) {
   RecordedList recorded;
   recorded.list.m_rendition.set_clip_rectangle({-5, 20, -7, 30});
   for (const LogicalPoint p : {LogicalPoint{21, 0}, {-6, 0}, {0, 31}, {0, -8}}) {
@@ -42,7 +42,7 @@ TEST(GouraudPolyline, withOnePointOutsideTheClipRectangleIsDrawnClipped) {
   }
 }
 
-TEST(GouraudPolyline, isAlwaysClippedByClippedDrawingAndInATurnedView) {
+TEST(GouraudPolyline, IsAlwaysClippedByClippedDrawingAndInATurnedView) {
   RecordedList recorded;
   const auto polyline = make({{1, 2}, {3, 4}});
   polyline->draw_clipped(recorded.list);
@@ -53,14 +53,14 @@ TEST(GouraudPolyline, isAlwaysClippedByClippedDrawingAndInATurnedView) {
   EXPECT_EQ(recorded.take_lines(), (Lines{line, line}));
 }
 
-TEST(GouraudPolyline, keepsRepeatedPointsBesideTheirColors) {
+TEST(GouraudPolyline, KeepsRepeatedPointsBesideTheirColors) {
   RecordedList recorded;
   EXPECT_EQ(drawn_unclipped(recorded, {{1, 2}, {1, 2}, {1, 2}}),
             Lines{"gouraud_polyline_unclipped color=00000010 (1,2) (1,2) (1,2) #0000000A #0000000B "
                   "#0000000C"});
 }
 
-TEST(GouraudPolyline, ofNoPointsDrawsNothing) {
+TEST(GouraudPolyline, OfNoPointsDrawsNothing) {
   RecordedList recorded;
   const auto none = make({});
   none->draw_unclipped(recorded.list);
@@ -68,7 +68,7 @@ TEST(GouraudPolyline, ofNoPointsDrawsNothing) {
   EXPECT_TRUE(recorded.take_lines().empty());
 }
 
-RC_GTEST_PROP(GouraudPolyline, isDrawnAsThePlainWayHasIt, ()) {
+RC_GTEST_PROP(GouraudPolyline, IsDrawnAsThePlainWayHasIt, ()) {
   RecordedList recorded;
   DL::DisplayList& list = recorded.list;
   random_view::set_any_view(list);
@@ -93,7 +93,7 @@ RC_GTEST_PROP(GouraudPolyline, isDrawnAsThePlainWayHasIt, ()) {
   RC_ASSERT(call.vertex_colors == colors);
 }
 
-TEST(GouraudPolyline, isFoundByASearchForItsPointsWhateverTheColors) {
+TEST(GouraudPolyline, IsFoundByASearchForItsPointsWhateverTheColors) {
   const LogicalPoint points[] = {{1, 2}, {3, 4}};
   const LM_RGB32 other_colors[] = {{7}, {8}};
   DLGouraudPolyline wanted({1}, 2, points, other_colors);
@@ -105,7 +105,7 @@ TEST(GouraudPolyline, isFoundByASearchForItsPointsWhateverTheColors) {
   EXPECT_FALSE(make({{1, 2}, {3, 4}, {3, 4}})->remove(search));
 }
 
-TEST(GouraudPolyline, isNotFoundByASearchForAPolylineOfTheSamePoints) {
+TEST(GouraudPolyline, IsNotFoundByASearchForAPolylineOfTheSamePoints) {
   const std::unique_ptr<DL::DLPolyline> wanted(make_polyline({{1, 2}, {3, 4}}));
   DL::Search search;
   search.prototype = wanted.get();
@@ -113,7 +113,7 @@ TEST(GouraudPolyline, isNotFoundByASearchForAPolylineOfTheSamePoints) {
   EXPECT_FALSE(make({{1, 2}, {3, 4}})->remove(search));
 }
 
-TEST(GouraudPolyline, cloneHasColorsOfItsOwn) {
+TEST(GouraudPolyline, CloneHasColorsOfItsOwn) {
   const auto polyline = make({{1, 2}, {3, 4}});
   const std::unique_ptr<DL::Drawable> copy(polyline->clone());
   ASSERT_EQ(copy->type(), DLGouraudPolyline::my_type());
@@ -124,7 +124,7 @@ TEST(GouraudPolyline, cloneHasColorsOfItsOwn) {
   EXPECT_EQ(gouraud->colors[1], kColors[1]);
 }
 
-TEST(GouraudPolyline, partialCloneIsAPolylineWithoutVertexColors) {
+TEST(GouraudPolyline, PartialCloneIsAPolylineWithoutVertexColors) {
   const auto polyline = make({{1, 2}, {3, 4}, {5, 6}, {7, 8}});
   const std::unique_ptr<DL::Drawable> part(polyline->partial_clone(1, 2));
   ASSERT_NE(part, nullptr);
@@ -136,7 +136,7 @@ TEST(GouraudPolyline, partialCloneIsAPolylineWithoutVertexColors) {
   EXPECT_EQ(run->points[2], (LogicalPoint{7, 8}));
 }
 
-TEST(GouraudPolyline, isNotStored) {
+TEST(GouraudPolyline, IsNotStored) {
   RecordedList recorded;
   const auto polyline = make({{1, 2}, {3, 4}});
   MemoryStream stream;
@@ -148,7 +148,7 @@ TEST(GouraudPolyline, isNotStored) {
   EXPECT_EQ(polyline->count, 2);
 }
 
-TEST(GouraudPolyline, isSteppedThroughLikeAPolyline) {
+TEST(GouraudPolyline, IsSteppedThroughLikeAPolyline) {
   const auto polyline = make({{1, 2}, {3, 4}, {5, 6}});
   EXPECT_EQ(polyline->get_vector_count(), 2);
   const std::unique_ptr<DL::DrawableVectorIterator> iterator(

@@ -23,14 +23,14 @@ Lines drawn_unclipped(RecordedList& recorded, std::initializer_list<LogicalPoint
   return recorded.take_lines();
 }
 
-TEST(Polygon, onTheEdgeOfTheClipRectangleIsDrawnUnclipped) {
+TEST(Polygon, OnTheEdgeOfTheClipRectangleIsDrawnUnclipped) {
   RecordedList recorded;
   recorded.list.m_rendition.set_clip_rectangle({-5, 20, -7, 30});
   EXPECT_EQ(drawn_unclipped(recorded, {{-5, -7}, {20, -7}, {20, 30}, {-5, 30}}),
             Lines{"polygon_unclipped color=00000010 (-5,-7) (20,-7) (20,30) (-5,30) integer=0"});
 }
 
-TEST(Polygon, withOneVertexOneUnitOutsideTheClipRectangleIsDrawnClipped) {
+TEST(Polygon, WithOneVertexOneUnitOutsideTheClipRectangleIsDrawnClipped) {
   RecordedList recorded;
   recorded.list.m_rendition.set_clip_rectangle({-5, 20, -7, 30});
   ASSERT_FALSE(recorded.list.m_bRotationSecondary);
@@ -41,7 +41,7 @@ TEST(Polygon, withOneVertexOneUnitOutsideTheClipRectangleIsDrawnClipped) {
   }
 }
 
-TEST(Polygon, isClippedByClippedDrawing) {
+TEST(Polygon, IsClippedByClippedDrawing) {
   RecordedList recorded;
   const Owned polygon(make_polygon({{1, 2}, {3, 4}, {5, 6}}, {0x10}));
   polygon->draw_clipped(recorded.list);
@@ -49,25 +49,25 @@ TEST(Polygon, isClippedByClippedDrawing) {
             Lines{"polygon_clipped color=00000010 (1,2) (3,4) (5,6) integer=0"});
 }
 
-TEST(Polygon, takesNoNoticeOfATurnedViewInItsChoice) {
+TEST(Polygon, TakesNoNoticeOfATurnedViewInItsChoice) {
   RecordedList recorded;
   recorded.list.m_bRotationSecondary = true;
   EXPECT_EQ(drawn_unclipped(recorded, {{1, 2}, {3, 4}, {5, 6}}),
             Lines{"polygon_unclipped color=00000010 (1,2) (3,4) (5,6) integer=0"});
 }
 
-TEST(Polygon, keepsRepeatedPoints) {
+TEST(Polygon, KeepsRepeatedPoints) {
   RecordedList recorded;
   EXPECT_EQ(drawn_unclipped(recorded, {{1, 2}, {1, 2}, {1, 2}}),
             Lines{"polygon_unclipped color=00000010 (1,2) (1,2) (1,2) integer=0"});
 }
 
-TEST(Polygon, ofNoPointsDrawsNothing) {
+TEST(Polygon, OfNoPointsDrawsNothing) {
   RecordedList recorded;
   EXPECT_TRUE(drawn_unclipped(recorded, {}).empty());
 }
 
-RC_GTEST_PROP(Polygon, isDrawnAsThePlainWayHasIt, ()) {
+RC_GTEST_PROP(Polygon, IsDrawnAsThePlainWayHasIt, ()) {
   RecordedList recorded;
   DL::DisplayList& list = recorded.list;
   random_view::set_any_view(list);
@@ -88,7 +88,7 @@ RC_GTEST_PROP(Polygon, isDrawnAsThePlainWayHasIt, ()) {
   RC_ASSERT(call.integer == std::optional<std::int32_t>(0));
 }
 
-TEST(Polygon, hasAVectorForEveryEdgeTheClosingOneLast) {
+TEST(Polygon, HasAVectorForEveryEdgeTheClosingOneLast) {
   const Owned square(make_polygon({{0, 0}, {4, 0}, {4, 4}, {0, 4}}));
   ASSERT_EQ(square->get_vector_count(), 4);
   EXPECT_TRUE(square->supports_fast_vector_iterator());
@@ -114,7 +114,7 @@ TEST(Polygon, hasAVectorForEveryEdgeTheClosingOneLast) {
   }
 }
 
-TEST(Polygon, isFoundByASearchForTheSamePointsAndColor) {
+TEST(Polygon, IsFoundByASearchForTheSamePointsAndColor) {
   const Owned wanted(make_polygon({{1, 2}, {3, 4}, {5, 6}}, {7}));
   DL::Search search;
   search.prototype = wanted.get();
@@ -126,7 +126,7 @@ TEST(Polygon, isFoundByASearchForTheSamePointsAndColor) {
   EXPECT_FALSE(Owned(make_polygon({{1, 2}, {3, 4}, {5, 6}, {5, 6}}, {7}))->remove(search));
 }
 
-TEST(Polygon, isNotFoundByASearchForAPolylineOfTheSamePoints) {
+TEST(Polygon, IsNotFoundByASearchForAPolylineOfTheSamePoints) {
   const std::unique_ptr<DL::DLPolyline> wanted(make_polyline({{1, 2}, {3, 4}, {5, 6}}));
   DL::Search search;
   search.prototype = wanted.get();
@@ -134,12 +134,12 @@ TEST(Polygon, isNotFoundByASearchForAPolylineOfTheSamePoints) {
   EXPECT_FALSE(Owned(make_polygon({{1, 2}, {3, 4}, {5, 6}}))->remove(search));
 }
 
-TEST(Polygon, hasNoPartialClone) {
+TEST(Polygon, HasNoPartialClone) {
   const Owned polygon(make_polygon({{1, 2}, {3, 4}, {5, 6}}));
   EXPECT_EQ(polygon->partial_clone(0, 1), nullptr);
 }
 
-TEST(Polygon, isNotStored) {
+TEST(Polygon, IsNotStored) {
   RecordedList recorded;
   const Owned polygon(make_polygon({{1, 2}, {3, 4}, {5, 6}}));
   MemoryStream stream;

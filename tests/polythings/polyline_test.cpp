@@ -28,14 +28,14 @@ DL::Search search_for(DL::Drawable& prototype) {
   return search;
 }
 
-TEST(Polyline, insideOrOnTheEdgeOfTheClipRectangleIsDrawnUnclipped) {
+TEST(Polyline, InsideOrOnTheEdgeOfTheClipRectangleIsDrawnUnclipped) {
   RecordedList recorded;
   recorded.list.m_rendition.set_clip_rectangle({-5, 20, -7, 30});
   EXPECT_EQ(drawn_unclipped(recorded, {{-5, -7}, {20, 30}, {-5, 30}, {20, -7}}),
             Lines{"polyline_unclipped color=00000010 (-5,-7) (20,30) (-5,30) (20,-7)"});
 }
 
-TEST(Polyline, withOnePointOutsideTheClipRectangleIsDrawnClipped) {
+TEST(Polyline, WithOnePointOutsideTheClipRectangleIsDrawnClipped) {
   RecordedList recorded;
   recorded.list.m_rendition.set_clip_rectangle({-5, 20, -7, 30});
   for (const LogicalPoint p : {LogicalPoint{21, 0}, {-6, 0}, {0, 31}, {0, -8}}) {
@@ -47,14 +47,14 @@ TEST(Polyline, withOnePointOutsideTheClipRectangleIsDrawnClipped) {
   }
 }
 
-TEST(Polyline, isAlwaysClippedByClippedDrawing) {
+TEST(Polyline, IsAlwaysClippedByClippedDrawing) {
   RecordedList recorded;
   const Owned polyline(make_polyline({{1, 2}, {3, 4}}, {0x10}));
   polyline->draw_clipped(recorded.list);
   EXPECT_EQ(recorded.take_lines(), Lines{"polyline_clipped color=00000010 (1,2) (3,4)"});
 }
 
-TEST(Polyline, isAlwaysClippedInATurnedView) {
+TEST(Polyline, IsAlwaysClippedInATurnedView) {
   RecordedList recorded;
   recorded.list.m_bRotationSecondary = true;
   EXPECT_EQ(drawn_unclipped(recorded, {{1, 2}, {3, 4}}),
@@ -62,7 +62,7 @@ TEST(Polyline, isAlwaysClippedInATurnedView) {
   EXPECT_EQ(drawn_unclipped(recorded, {{1, 2}, {1, 2}}), Lines{"dot_clipped color=00000010 (1,2)"});
 }
 
-TEST(Polyline, isTurnedByTheRotationAlone) {
+TEST(Polyline, IsTurnedByTheRotationAlone) {
   RecordedList recorded;
   recorded.list.m_bRotated = true;
   const double quarter_turn[6] = {1.0, -1.0, 100.0, 200.0, 0.0, 0.0};
@@ -71,20 +71,20 @@ TEST(Polyline, isTurnedByTheRotationAlone) {
             Lines{"polyline_unclipped color=00000010 (98,201) (96,203)"});
 }
 
-TEST(Polyline, dropsRepeatedDevicePointsAndKeepsReturns) {
+TEST(Polyline, DropsRepeatedDevicePointsAndKeepsReturns) {
   RecordedList recorded;
   recorded.list.m_scale = {0.1, 0.1};
   EXPECT_EQ(drawn_unclipped(recorded, {{0, 0}, {1, 1}, {20, 0}, {21, 2}, {0, 0}, {2, 2}}),
             Lines{"polyline_unclipped color=00000010 (0,0) (2,0) (0,0)"});
 }
 
-TEST(Polyline, dropsNoPointThatDiffersInOneCoordinate) {
+TEST(Polyline, DropsNoPointThatDiffersInOneCoordinate) {
   RecordedList recorded;
   EXPECT_EQ(drawn_unclipped(recorded, {{0, 0}, {0, 1}, {1, 1}, {1, 1}, {1, 0}}),
             Lines{"polyline_unclipped color=00000010 (0,0) (0,1) (1,1) (1,0)"});
 }
 
-TEST(Polyline, ofNoPointsDrawsNothing) {
+TEST(Polyline, OfNoPointsDrawsNothing) {
   RecordedList recorded;
   EXPECT_TRUE(drawn_unclipped(recorded, {}).empty());
   const Owned none(make_polyline({}));
@@ -92,7 +92,7 @@ TEST(Polyline, ofNoPointsDrawsNothing) {
   EXPECT_TRUE(recorded.take_lines().empty());
 }
 
-RC_GTEST_PROP(Polyline, isDrawnAsThePlainWayHasIt, ()) {
+RC_GTEST_PROP(Polyline, IsDrawnAsThePlainWayHasIt, ()) {
   RecordedList recorded;
   DL::DisplayList& list = recorded.list;
   random_view::set_any_view(list);
@@ -118,7 +118,7 @@ RC_GTEST_PROP(Polyline, isDrawnAsThePlainWayHasIt, ()) {
   RC_ASSERT(call.color.word == 0x77U);
 }
 
-TEST(Polyline, isFoundByASearchForTheSamePointsWhateverTheColor) {
+TEST(Polyline, IsFoundByASearchForTheSamePointsWhateverTheColor) {
   const Owned wanted(make_polyline({{1, 2}, {3, 4}}, {1}));
   DL::Search search = search_for(*wanted);
   EXPECT_TRUE(Owned(make_polyline({{1, 2}, {3, 4}}, {2}))->remove(search));
@@ -128,14 +128,14 @@ TEST(Polyline, isFoundByASearchForTheSamePointsWhateverTheColor) {
   EXPECT_FALSE(Owned(make_polyline({{1, 2}, {3, 4}, {3, 4}}, {1}))->remove(search));
 }
 
-TEST(Polyline, ofNoPointsIsFoundByASearchForOne) {
+TEST(Polyline, OfNoPointsIsFoundByASearchForOne) {
   const Owned wanted(make_polyline({}));
   DL::Search search = search_for(*wanted);
   EXPECT_TRUE(Owned(make_polyline({}))->remove(search));
   EXPECT_FALSE(Owned(make_polyline({{0, 0}, {0, 0}}))->remove(search));
 }
 
-TEST(Polyline, isNotFoundByASearchForAnotherClassOfTheSamePoints) {
+TEST(Polyline, IsNotFoundByASearchForAnotherClassOfTheSamePoints) {
   const LogicalPoint points[] = {{1, 2}, {3, 4}, {5, 6}};
   const LM_RGB32 colors[] = {{1}, {2}, {3}};
   DL::DLGouraudPolyline gouraud({}, 3, points, colors);
@@ -147,7 +147,7 @@ TEST(Polyline, isNotFoundByASearchForAnotherClassOfTheSamePoints) {
   EXPECT_FALSE(polyline.remove(for_polygon));
 }
 
-TEST(Polyline, partialCloneIsTheRunOfSegments) {
+TEST(Polyline, PartialCloneIsTheRunOfSegments) {
   std::vector<LogicalPoint> points;
   for (int i = 0; i < 10; ++i) points.push_back({i, 10 * i});
   DL::DLPolyline polyline({0x123}, 10, points.data());
@@ -162,14 +162,14 @@ TEST(Polyline, partialCloneIsTheRunOfSegments) {
   for (int i = 0; i < 4; ++i) EXPECT_EQ(run->points[i], points[static_cast<std::size_t>(i + 2)]);
 }
 
-TEST(Polyline, partialCloneOfTheWholeIsTheWhole) {
+TEST(Polyline, PartialCloneOfTheWholeIsTheWhole) {
   const Owned polyline(make_polyline({{1, 2}, {3, 4}, {5, 6}}));
   const std::unique_ptr<DL::Drawable> whole(polyline->partial_clone(0, 2));
   DL::Search search = search_for(*polyline);
   EXPECT_TRUE(whole->remove(search));
 }
 
-TEST(Polyline, partialCloneOfAHiddenOneIsVisible) {
+TEST(Polyline, PartialCloneOfAHiddenOneIsVisible) {
   const Owned polyline(make_polyline({{1, 2}, {3, 4}, {5, 6}}));
   polyline->hide();
   DL::Drawable* hidden = polyline.get();

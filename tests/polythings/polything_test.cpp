@@ -23,7 +23,7 @@ DL::DrawableVectorIteratorPolything* iterate(DL::Drawable& drawable, bool flag =
 }
 using Iterator = std::unique_ptr<DL::DrawableVectorIteratorPolything>;
 
-TEST(Polything, copiesThePointsItIsGiven) {
+TEST(Polything, CopiesThePointsItIsGiven) {
   LogicalPoint points[] = {{1, 2}, {3, 4}};
   const Owned polyline(new DL::DLPolyline({}, 2, points));
   points[0] = {9, 9};
@@ -32,7 +32,7 @@ TEST(Polything, copiesThePointsItIsGiven) {
   EXPECT_EQ(polyline->points[1], (LogicalPoint{3, 4}));
 }
 
-TEST(Polything, takesItsPointsFromTheHeapThatIsNamed) {
+TEST(Polything, TakesItsPointsFromTheHeapThatIsNamed) {
   TestHeap heap;
   const LogicalPoint points[3] = {};
   const Owned polyline(new (&heap) DL::DLPolyline({}, 3, points, &heap));
@@ -40,7 +40,7 @@ TEST(Polything, takesItsPointsFromTheHeapThatIsNamed) {
   EXPECT_EQ(heap.bytes(), sizeof(DL::DLPolyline) + 3 * 8);
 }
 
-TEST(Polything, withoutMemoryForItsPointsHasNoneAndDrawsNothing) {
+TEST(Polything, WithoutMemoryForItsPointsHasNoneAndDrawsNothing) {
   TestHeap heap(0);
   const LogicalPoint points[3] = {{1, 1}, {2, 2}, {3, 3}};
   RecordedList recorded;
@@ -58,7 +58,7 @@ TEST(Polything, withoutMemoryForItsPointsHasNoneAndDrawsNothing) {
   EXPECT_TRUE(recorded.take_lines().empty());
 }
 
-TEST(Polything, ofNoPointsLeavesBoundsAlone) {
+TEST(Polything, OfNoPointsLeavesBoundsAlone) {
   const Owned empty(make_polyline({}));
   LogicalBounds bounds(1, 2, 3, 4);
   empty->add_bounds(bounds);
@@ -66,7 +66,7 @@ TEST(Polything, ofNoPointsLeavesBoundsAlone) {
   EXPECT_TRUE(bounds_of(*empty).is_empty());
 }
 
-RC_GTEST_PROP(Polything, boundsCoverEveryPointAndNeverShrink, (std::vector<std::int32_t> values)) {
+RC_GTEST_PROP(Polything, BoundsCoverEveryPointAndNeverShrink, (std::vector<std::int32_t> values)) {
   std::vector<LogicalPoint> points;
   for (std::size_t i = 0; i + 1 < values.size(); i += 2)
     points.push_back({values[i], values[i + 1]});
@@ -83,7 +83,7 @@ RC_GTEST_PROP(Polything, boundsCoverEveryPointAndNeverShrink, (std::vector<std::
   RC_ASSERT(bounds == expected);
 }
 
-TEST(Polything, hasAVectorForEveryPairOfNeighbours) {
+TEST(Polything, HasAVectorForEveryPairOfNeighbours) {
   const Owned polyline(make_polyline({{0, 0}, {1, 0}, {1, 1}}));
   EXPECT_EQ(polyline->get_vector_count(), 2);
   EXPECT_TRUE(polyline->supports_fast_vector_iterator());
@@ -94,7 +94,7 @@ TEST(Polything, hasAVectorForEveryPairOfNeighbours) {
   EXPECT_EQ(vector, (Vector{{1, 0}, {1, 1}}));
 }
 
-TEST(Polything, withFewerThanTwoPointsHasNoVector) {
+TEST(Polything, WithFewerThanTwoPointsHasNoVector) {
   const Owned none(make_polyline({}));
   const Owned one(make_polyline({{1, 2}}));
   EXPECT_EQ(none->get_vector_count(), -1);
@@ -103,7 +103,7 @@ TEST(Polything, withFewerThanTwoPointsHasNoVector) {
   EXPECT_FALSE(one->supports_fast_vector_iterator());
 }
 
-TEST(PolythingIterator, ofTwoPointsHasOneVector) {
+TEST(PolythingIterator, OfTwoPointsHasOneVector) {
   const Owned polyline(make_polyline({{1, 2}, {3, 4}}));
   const Iterator iterator(iterate(*polyline));
   ASSERT_NE(iterator, nullptr);
@@ -115,7 +115,7 @@ TEST(PolythingIterator, ofTwoPointsHasOneVector) {
   EXPECT_TRUE(iterator->m_bDone);
 }
 
-TEST(PolythingIterator, ofFourPointsStepsOverThreeVectorsAndBackFromTheEnd) {
+TEST(PolythingIterator, OfFourPointsStepsOverThreeVectorsAndBackFromTheEnd) {
   const Owned polyline(make_polyline({{0, 0}, {1, 0}, {2, 0}, {3, 0}}));
   const Iterator iterator(iterate(*polyline));
   EXPECT_EQ(iterator->m_count, 3);
@@ -133,7 +133,7 @@ TEST(PolythingIterator, ofFourPointsStepsOverThreeVectorsAndBackFromTheEnd) {
   EXPECT_EQ(iterator->m_vector, (Vector{{1, 0}, {2, 0}}));
 }
 
-TEST(PolythingIterator, clearsItsDoneFlagOnASuccessfulStep) {
+TEST(PolythingIterator, ClearsItsDoneFlagOnASuccessfulStep) {
   const Owned polyline(make_polyline({{0, 0}, {1, 0}, {2, 0}}));
   const Iterator iterator(iterate(*polyline));
   EXPECT_EQ(iterator->prev(), nullptr);
@@ -147,14 +147,14 @@ TEST(PolythingIterator, clearsItsDoneFlagOnASuccessfulStep) {
   EXPECT_FALSE(iterator->m_bDone);
 }
 
-TEST(PolythingIterator, loadsAnyVector) {
+TEST(PolythingIterator, LoadsAnyVector) {
   const Owned polyline(make_polyline({{0, 0}, {1, 0}, {2, 0}, {3, 0}}));
   const Iterator iterator(iterate(*polyline));
   iterator->get_vector(2);
   EXPECT_EQ(iterator->m_vector, (Vector{{2, 0}, {3, 0}}));
 }
 
-TEST(PolythingIterator, takesNoNoticeOfItsFlag) {
+TEST(PolythingIterator, TakesNoNoticeOfItsFlag) {
   const Owned polyline(make_polyline({{0, 0}, {1, 0}, {2, 0}}));
   const Iterator with(iterate(*polyline, true));
   const Iterator without(iterate(*polyline, false));
@@ -165,13 +165,13 @@ TEST(PolythingIterator, takesNoNoticeOfItsFlag) {
   }
 }
 
-TEST(PolythingIterator, isNullWithoutMemory) {
+TEST(PolythingIterator, IsNullWithoutMemory) {
   const Owned polyline(make_polyline({{0, 0}, {1, 0}}));
   const FailingDefaultHeap no_memory;
   EXPECT_EQ(polyline->create_vector_iterator(false), nullptr);
 }
 
-TEST(PolythingIterator, ofFewerThanTwoPointsStepsNowhere) {
+TEST(PolythingIterator, OfFewerThanTwoPointsStepsNowhere) {
   for (const auto* points : {"none", "one"}) {
     const Owned polyline(points == std::string("one") ? make_polyline({{1, 2}})
                                                       : make_polyline({}));
@@ -182,7 +182,7 @@ TEST(PolythingIterator, ofFewerThanTwoPointsStepsNowhere) {
   }
 }
 
-TEST(PolythingRecord, isWrittenCoordinateByCoordinate) {
+TEST(PolythingRecord, IsWrittenCoordinateByCoordinate) {
   const Owned polyline(make_polyline({{1, 2}, {3, -4}}, {9}));
   RecordedList recorded;
   MemoryStream stream;
@@ -191,7 +191,7 @@ TEST(PolythingRecord, isWrittenCoordinateByCoordinate) {
   EXPECT_EQ(stream.writes(), 8U);
 }
 
-TEST(PolythingRecord, ofCountZeroOrBelowHasNoArrayAndReadsNoCoordinates) {
+TEST(PolythingRecord, OfCountZeroOrBelowHasNoArrayAndReadsNoCoordinates) {
   RecordedList recorded;
   for (const std::int32_t count : {0, -1, -1000, INT32_MIN}) {
     MemoryStream stream(Words{static_cast<std::uint32_t>(count), 0x20000002, 9, 0x10000002});
@@ -204,7 +204,7 @@ TEST(PolythingRecord, ofCountZeroOrBelowHasNoArrayAndReadsNoCoordinates) {
   }
 }
 
-TEST(PolythingRecord, isReadIntoTheHeapOfTheList) {
+TEST(PolythingRecord, IsReadIntoTheHeapOfTheList) {
   RecordedList recorded;
   TestHeap heap;
   recorded.list.m_heap = &heap;
@@ -213,7 +213,7 @@ TEST(PolythingRecord, isReadIntoTheHeapOfTheList) {
   EXPECT_EQ(heap.bytes(), sizeof(DL::DLPolyline) + 2 * 8);
 }
 
-TEST(PolythingRecord, withoutMemoryForItsPointsIsReadPast) {
+TEST(PolythingRecord, WithoutMemoryForItsPointsIsReadPast) {
   RecordedList recorded;
   TestHeap heap(1);
   recorded.list.m_heap = &heap;
@@ -225,7 +225,7 @@ TEST(PolythingRecord, withoutMemoryForItsPointsIsReadPast) {
   EXPECT_TRUE(stream.at_end());
 }
 
-TEST(PolythingRecord, ofManyPointsComesBackWhole) {
+TEST(PolythingRecord, OfManyPointsComesBackWhole) {
   std::vector<LogicalPoint> points;
   for (int i = 0; i < 200'001; ++i) points.push_back({i, -i});
   const Owned polyline(new DL::DLPolyline({}, static_cast<int>(points.size()), points.data()));
