@@ -1,5 +1,7 @@
 #include "displaylist/catalogue.h"
 
+#include "displaylist/drawables/class_table_p.h"
+
 namespace DL {
 
 bool palettize(Drawable& drawable) {

@@ -2,7 +2,7 @@
 
 #include "displaylist/core/group.h"
 #include "displaylist/core/tags.h"
-#include "displaylist/drawables/variants.h"
+#include "displaylist/drawables/class_table_p.h"
 
 namespace DL {
 

@@ -46,9 +46,10 @@ class DISPLAYLIST_API DisplayList {
   // --- Building ---------------------------------------------------------
 
   /// Adds `drawable`, whose bounds are `bounds`, at the end of the drawing
-  /// order and takes ownership of it; the bounds are trusted. Returns the group
-  /// that received it, or null, with the drawable still the caller's, when no
-  /// group can be allocated or the bounds lie outside the root.
+  /// order and takes ownership of it. The bounds are trusted; they lie inside
+  /// the root's, which in a new list are the whole plane. Returns the group that
+  /// received it, or null, with the drawable still the caller's, when it is null
+  /// or no group can be allocated.
   /// Flag bit 0 keeps the drawable's group on the calling thread when worker
   /// threads draw, bit 1 sends it to the first worker; others are the client's.
   virtual Group* add(Drawable* drawable, const BoundsTemplate<long>& bounds, unsigned long flags);
@@ -150,7 +151,7 @@ class DISPLAYLIST_API DisplayList {
   /// Follows the open group as long as insertion does not have to climb.
   Group* m_pInsertHint = nullptr;
   OpenBottomGroup* m_pOpenGroup = nullptr;              ///< the one group that takes drawables
-  std::int32_t m_cMaxOpenDrawables = kDefaultCapacity;  ///< capacity of the open group
+  std::int32_t m_cMaxOpenDrawables = kDefaultCapacity;  ///< capacity of the open group, 1 at least
   std::int32_t m_cMaxLevel = kDefaultDeepestLevel;      ///< deepest level that splits, 1 to 31
   std::int32_t m_openLevel = 0;
   std::int32_t m_cOpenDrawables = 0;

@@ -22,16 +22,6 @@ std::int32_t round_up(std::int32_t coordinate, std::uint32_t mask) {
   return static_cast<std::int32_t>(static_cast<std::uint32_t>(coordinate) | mask);
 }
 
-/// Creates the list's next open group as the last child of `parent`; null when
-/// there is no memory.
-OpenBottomGroup* open_last_child(Group& parent, std::uint32_t level,
-                                 const BoundsTemplate<long>& seed, DisplayList& list) {
-  auto* child = new (list.m_heap)
-      OpenBottomGroup(list, &parent, level, OpenBottomGroup::cell_around(seed, level));
-  if (child != nullptr) parent.append_child(child);
-  return child;
-}
-
 }  // namespace
 
 bool Group::contains_drawables() const {
@@ -73,17 +63,6 @@ void Group::close() {
   }
 }
 
-void Group::create_open_bottom_group(DisplayList* list) {
-  const std::uint32_t child_level = level() + 1;
-  Group* last = m_pLastChild.group;
-  if (last != nullptr && last->level() == child_level &&
-      OpenBottomGroup::cell_around(last->m_bounds, child_level) == last->m_bounds) {
-    last->create_open_bottom_group(list);
-    return;
-  }
-  open_last_child(*this, child_level, m_bounds, *list);
-}
-
 std::uint32_t Group::level() const {
   return m_level;
 }
@@ -96,13 +75,6 @@ void Group::make_hidden() {
 
 bool Group::is_hidden() const {
   return false;
-}
-
-Group* Group::open_child_with(Drawable* drawable, const BoundsTemplate<long>& bounds,
-                              DisplayList& list, unsigned long flags) {
-  OpenBottomGroup* child = open_last_child(*this, level() + 1, bounds, list);
-  if (child != nullptr) child->append(drawable, bounds, flags);
-  return child;
 }
 
 Group* Group::empty_child_notify(Group* child) {
@@ -123,6 +95,14 @@ void Group::append_child(Group* child) {
     m_pLastChild.group->m_pNext = child;
   }
   m_pLastChild.group = child;
+  // What fits the child is found only if the groups above contain it too. A cell
+  // reaches beyond a parent whose bounds are no whole cell; the root's are the
+  // client's.
+  for (Group* group = this;
+       group->m_pParent != nullptr && !child->m_bounds.is_inside(group->m_bounds);
+       group = group->m_pParent) {
+    group->m_bounds.widen(child->m_bounds);
+  }
 }
 
 bool Group::unlink_child(Group* child) {
@@ -179,10 +159,6 @@ void BottomGroup::add_bounds(BoundsTemplate<long>& bounds) const {
   for (const Drawable* d = m_pFirst.drawable; d != nullptr; d = d->m_pNext) d->add_bounds(bounds);
 }
 
-void BottomGroup::create_open_bottom_group(DisplayList* list) {
-  if (m_pParent != nullptr) open_last_child(*m_pParent, level(), m_bounds, *list);
-}
-
 void BottomGroup::make_hidden() {
   class_change::become<BottomGroupHidden>(this);
 }
@@ -207,14 +183,6 @@ OpenBottomGroup::OpenBottomGroup(DisplayList& list, Group* parent, std::uint32_t
   list.m_openBounds = {};
   if (list.m_pInsertHint == list.m_pOpenGroup) list.m_pInsertHint = this;
   list.m_pOpenGroup = this;
-  // Whatever fits the cell is drawn only if the groups above contain it too. A
-  // cell reaches beyond a parent whose bounds are no whole cell; the root's are
-  // the client's.
-  for (Group* group = parent;
-       group != nullptr && group->m_pParent != nullptr && !cell.is_inside(group->m_bounds);
-       group = group->m_pParent) {
-    group->m_bounds.widen(cell);
-  }
 }
 
 OpenBottomGroup::~OpenBottomGroup() {
@@ -247,8 +215,6 @@ void OpenBottomGroup::close() {
   m_level = level();
   class_change::become<BottomGroup>(this);
 }
-
-void OpenBottomGroup::create_open_bottom_group(DisplayList*) {}
 
 std::uint32_t OpenBottomGroup::level() const {
   return static_cast<std::uint32_t>(m_pDisplayList->m_openLevel);

@@ -89,7 +89,9 @@ class DISPLAYLIST_API Group {
 
   /// Widens `bounds` by every drawable below the group.
   virtual void add_bounds(BoundsTemplate<long>& bounds) const;
-  /// Reopens a list for adding below or beside this group.
+  /// Reopens a list for adding below or beside this group; nothing for a leaf
+  /// that is the root. A root that was closed keeps its tight bounds and takes
+  /// nothing outside them.
   virtual void create_open_bottom_group(DisplayList* list);
   virtual std::uint32_t level() const;
 
@@ -99,16 +101,13 @@ class DISPLAYLIST_API Group {
   virtual void make_hidden();
   virtual bool is_hidden() const;
 
-  /// Opens a child that contains `bounds` and adds the drawable to it. Returns
-  /// the child, or null when it cannot be allocated.
-  Group* open_child_with(Drawable* drawable, const BoundsTemplate<long>& bounds, DisplayList& list,
-                         unsigned long flags);
   /// Destroys the empty `child`, and in turn this group if that leaves it empty,
   /// up to the root. Returns the lowest ancestor that still has children, or the
   /// root; null when `child` is not a child of this group.
   Group* empty_child_notify(Group* child);
 
-  /// Links a group after the last child.
+  /// Links a group after the last child; this group and its ancestors up to the
+  /// root, which stays, grow to contain it.
   void append_child(Group* child);
   /// Takes a child group out of the list of children; false when it is not in it.
   bool unlink_child(Group* child);

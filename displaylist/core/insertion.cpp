@@ -1,6 +1,7 @@
 // How drawables find their group: appending to the open group, splitting it,
 // closing it and climbing; and insertion in the middle of the drawing order.
 
+#include <algorithm>
 #include <new>
 #include <utility>
 
@@ -18,6 +19,9 @@ BoundsTemplate<long> bounds_of(const Drawable& drawable) {
   drawable.add_bounds(bounds);
   return bounds;
 }
+
+/// The cells of deeper levels would be smaller than one logical unit.
+constexpr std::int32_t kDeepestLevel = 31;
 
 /// What DisplayList::add is asked to add.
 struct Addition {
@@ -39,12 +43,17 @@ class NextOpenGroup {
 
   explicit operator bool() const { return m_memory != nullptr; }
 
+  /// Opens the group as the last child of `parent`.
+  OpenBottomGroup* open_below(Group& parent, std::uint32_t level, const BoundsTemplate<long>& seed,
+                              DisplayList& list) {
+    auto* child = ::new (std::exchange(m_memory, nullptr))
+        OpenBottomGroup(list, &parent, level, OpenBottomGroup::cell_around(seed, level));
+    parent.append_child(child);
+    return child;
+  }
   /// Opens the group as the last child of `parent`, with the addition in it.
   Group* open_below(Group& parent, const Addition& a) {
-    const std::uint32_t level = parent.level() + 1;
-    auto* child = ::new (std::exchange(m_memory, nullptr))
-        OpenBottomGroup(a.list, &parent, level, OpenBottomGroup::cell_around(a.bounds, level));
-    parent.append_child(child);
+    OpenBottomGroup* child = open_below(parent, parent.level() + 1, a.bounds, a.list);
     child->append(a.drawable, a.bounds, a.flags);
     return child;
   }
@@ -110,6 +119,13 @@ void append_anyhow(const Addition& a) {
   a.list.m_pOpenGroup->append(a.drawable, a.bounds, a.flags);
 }
 
+/// Takes the first drawable off a chain.
+Drawable* unlink_first(Drawable*& chain) {
+  Drawable* first = std::exchange(chain, chain->m_pNext);
+  first->m_pNext = nullptr;
+  return first;
+}
+
 /// Finds the predecessor of `before` in the group's chain; false when `before`
 /// is not in it.
 bool find_predecessor(const BottomGroup& group, const Drawable* before, Drawable*& predecessor) {
@@ -125,11 +141,11 @@ bool find_predecessor(const BottomGroup& group, const Drawable* before, Drawable
 
 Group* DisplayList::add(Drawable* drawable, const BoundsTemplate<long>& bounds,
                         unsigned long flags) {
-  if (!ensure_open_group()) return nullptr;
+  if (drawable == nullptr || !ensure_open_group()) return nullptr;
   if (m_cOpenDrawables < m_cMaxOpenDrawables) {
     return m_pOpenGroup->add(drawable, bounds, this, flags);
   }
-  if (static_cast<std::int32_t>(m_pOpenGroup->level()) < m_cMaxLevel) {
+  if (static_cast<std::int32_t>(m_pOpenGroup->level()) < std::min(m_cMaxLevel, kDeepestLevel)) {
     return split_open_group_and_add(drawable, bounds, flags);
   }
   Group* parent = m_pOpenGroup->m_pParent;
@@ -139,28 +155,29 @@ Group* DisplayList::add(Drawable* drawable, const BoundsTemplate<long>& bounds,
 }
 
 Group* DisplayList::add(Drawable* drawable, unsigned long flags) {
-  return add(drawable, bounds_of(*drawable), flags);
+  return drawable == nullptr ? nullptr : add(drawable, bounds_of(*drawable), flags);
 }
 
 Group* DisplayList::split_open_group_and_add(Drawable* drawable, const BoundsTemplate<long>& bounds,
                                              unsigned long flags) {
+  NextOpenGroup next(*this);
+  if (!next) return nullptr;
   OpenBottomGroup* split = m_pOpenGroup;
   Drawable* chain = split->m_pFirst.drawable;
   const std::uint32_t level = split->level();
-  const BoundsTemplate<long> seed = chain != nullptr ? bounds_of(*chain) : bounds;
-
-  auto* child = new (m_heap)
-      OpenBottomGroup(*this, split, level + 1, OpenBottomGroup::cell_around(seed, level + 1));
-  if (child == nullptr) return nullptr;
   split->m_level = level;
+  split->m_pFirst.group = split->m_pLastChild.group = nullptr;
   class_change::become<Group>(split);
   Group* inner = split;
-  inner->m_pFirst.group = inner->m_pLastChild.group = child;
 
+  const BoundsTemplate<long> seed = chain != nullptr ? bounds_of(*chain) : bounds;
+  OpenBottomGroup* child = next.open_below(*inner, level + 1, seed, *this);
+  if (chain != nullptr) {
+    // The first always stays in the child, which so cannot be discarded.
+    child->append(unlink_first(chain), seed, inner->m_flags);
+  }
   while (chain != nullptr) {
-    Drawable* moved = chain;
-    chain = chain->m_pNext;
-    moved->m_pNext = nullptr;
+    Drawable* moved = unlink_first(chain);
     const BoundsTemplate<long> moved_bounds = bounds_of(*moved);
     if (m_pOpenGroup->add(moved, moved_bounds, this, inner->m_flags) == nullptr) {
       append_anyhow({moved, moved_bounds, *this, inner->m_flags});
@@ -173,18 +190,19 @@ Group* DisplayList::split_open_group_and_add(Drawable* drawable, const BoundsTem
 }
 
 bool DisplayList::ensure_open_group() {
-  if (m_pOpenGroup != nullptr) return true;
+  // A client may have closed the open group by hand.
+  Group* open = m_pOpenGroup;
+  if (open != nullptr && open->is_open()) return true;
   if (m_pRootGroup == nullptr) {
     m_pRootGroup = new (m_heap) OpenBottomGroup(*this, nullptr, 0, BoundsTemplate<long>::plane());
   } else {
     m_pRootGroup->create_open_bottom_group(this);
   }
-  return m_pOpenGroup != nullptr;
+  return m_pOpenGroup != open;
 }
 
 Group* Group::add(Drawable* drawable, const BoundsTemplate<long>& bounds, DisplayList* list,
                   unsigned long flags) {
-  if (bounds.is_inside(m_bounds)) return open_child_with(drawable, bounds, *list, flags);
   return climb_and_add(this, nullptr, {drawable, bounds, *list, flags});
 }
 
@@ -200,6 +218,25 @@ Group* OpenBottomGroup::add(Drawable* drawable, const BoundsTemplate<long>& boun
   if (child != nullptr) list->m_pInsertHint = nullptr;
   return child;
 }
+
+void Group::create_open_bottom_group(DisplayList* list) {
+  const std::uint32_t child_level = level() + 1;
+  Group* last = m_pLastChild.group;
+  if (last != nullptr && last->level() == child_level &&
+      OpenBottomGroup::cell_around(last->m_bounds, child_level) == last->m_bounds) {
+    last->create_open_bottom_group(list);
+    return;
+  }
+  NextOpenGroup next(*list);
+  if (next) next.open_below(*this, child_level, m_bounds, *list);
+}
+
+void BottomGroup::create_open_bottom_group(DisplayList* list) {
+  NextOpenGroup next(*list);
+  if (next && m_pParent != nullptr) next.open_below(*m_pParent, level(), m_bounds, *list);
+}
+
+void OpenBottomGroup::create_open_bottom_group(DisplayList*) {}
 
 Group* DisplayList::add_before(Group* hint, Drawable* before, Drawable* chain,
                                const BoundsTemplate<long>& bounds) {

@@ -91,6 +91,7 @@ class DISPLAYLIST_API Drawable {
   virtual Drawable* partial_clone(int first, int count);
 
   /// Stops or resumes drawing; the drawable keeps its place and everything else.
+  /// It changes class: call it through a pointer, on an object made by `new`.
   virtual void hide();
   virtual void unhide();
   virtual bool is_hidden() const;

@@ -4,9 +4,9 @@
 #include "displaylist/core/coding_p.h"
 #include "displaylist/core/display_list.h"
 #include "displaylist/core/tags.h"
+#include "displaylist/drawables/class_table_p.h"
 #include "displaylist/drawables/drawable.h"
 #include "displaylist/drawables/record_chain_p.h"
-#include "displaylist/drawables/variants.h"
 
 namespace DL {
 

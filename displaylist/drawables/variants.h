@@ -32,7 +32,8 @@ template <class T>
 class DISPLAYLIST_API PalettizedDrawable : public T {
  public:
   explicit PalettizedDrawable(class_change::Unfilled unfilled) : T(unfilled) {}
-  /// A T constructed from a colour and `arguments`, drawn with the rendition.
+  /// A T constructed from a colour and `arguments`, drawn with the rendition,
+  /// which is not null.
   template <class... Arguments>
   explicit PalettizedDrawable(LM_Rendition* rendition, Arguments&&... arguments)
       : T(LM_RGB32{}, std::forward<Arguments>(arguments)...) {
@@ -56,16 +57,5 @@ class DISPLAYLIST_API PalettizedDrawable : public T {
     return copy;
   }
 };
-
-/// Turns a drawable that was read with a palette colour into its palettized
-/// variant, by its type token; false when its class has none.
-bool palettize(Drawable& drawable);
-
-/// Constructs the library's own class for a stream tag on the heap, unfilled;
-/// null for other tags or when memory is exhausted.
-Drawable* construct_built_in(std::uint32_t tag, LumenHeap* heap);
-
-/// Whether one of the library's own classes has this stream tag.
-bool is_built_in(std::uint32_t tag);
 
 }  // namespace DL

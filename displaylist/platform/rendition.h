@@ -87,6 +87,10 @@ struct LM_Rendition_Data : LM_Counted {
 class LUMEN_API LM_Rendition {
  public:
   LM_Rendition();
+  // Copied only: a rendition without data does not exist.
+  LM_Rendition(const LM_Rendition&) = default;
+  LM_Rendition& operator=(const LM_Rendition&) = default;
+  ~LM_Rendition() = default;
 
   [[nodiscard]] LM_RGB32 color() const { return m_data->color; }
   /// `keep_equal`: an equal colour is left alone, serial included; else the

@@ -91,6 +91,7 @@ void Polything::serialize_out(ZtFsStream* stream, DisplayList& list) {
 }
 
 void Polything::serialize_in(ZtFsStream* stream, DisplayList& list) {
+  discard_points();
   std::int32_t wanted = 0;
   const bool has_count = coding::read_word(*stream, wanted);
   if (has_count && wanted >= 1) {

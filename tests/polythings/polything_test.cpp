@@ -213,6 +213,20 @@ TEST(PolythingRecord, IsReadIntoTheHeapOfTheList) {
   EXPECT_EQ(heap.bytes(), sizeof(DL::DLPolyline) + 2 * 8);
 }
 
+TEST(PolythingRecord, ReplacesThePointsThatWereThere) {
+  const LogicalPoint ten[10] = {};
+  const Owned polyline(new DL::DLPolyline({}, 10, ten));
+  RecordedList recorded;
+  MemoryStream three(Words{3, 1, 2, 3, 4, 5, 6, 0x20000002, 9, 0x10000002});
+  polyline->serialize_in(&three, recorded.list);
+  ASSERT_EQ(polyline->count, 3);
+  EXPECT_EQ(polyline->points[2], (LogicalPoint{5, 6}));
+  MemoryStream none(Words{0, 0x20000002, 9, 0x10000002});
+  polyline->serialize_in(&none, recorded.list);
+  EXPECT_EQ(polyline->count, 0);
+  EXPECT_EQ(polyline->points, nullptr);
+}
+
 TEST(PolythingRecord, WithoutMemoryForItsPointsIsReadPast) {
   RecordedList recorded;
   TestHeap heap(1);
