@@ -195,17 +195,18 @@ class DISPLAYLIST_API DisplayList {
   /// Told of a drawable that was read with a palette colour and whose class
   /// has no palettized variant.
   void (*m_pfnPostRead)(Drawable*) = nullptr;
-  /// The chain of records being written or read, if any.
-  RecordChain* m_pRecordChain = nullptr;
-
   /// How many groups are visited between two polls of the interrupt test.
   static std::int32_t m_cInterruptCount;
   static std::int32_t m_cSelInterruptCount;
 
  private:
+  friend struct RecordChain;
+
   bool ensure_open_group();
   Group* split_open_group_and_add(Drawable* drawable, const BoundsTemplate<long>& bounds,
                                   unsigned long flags);
+
+  RecordChain* m_pRecordChain = nullptr;  ///< being written or read
 };
 
 }  // namespace DL

@@ -15,12 +15,13 @@ namespace {
 /// Makes a chain the list's current one for its own lifetime.
 class CurrentChain {
  public:
-  CurrentChain(DisplayList& list, RecordChain& chain) : m_list(list), m_outer(list.m_pRecordChain) {
-    list.m_pRecordChain = &chain;
+  CurrentChain(DisplayList& list, RecordChain& chain)
+      : m_list(list), m_outer(RecordChain::of(list)) {
+    RecordChain::of(list) = &chain;
   }
   CurrentChain(const CurrentChain&) = delete;
   CurrentChain& operator=(const CurrentChain&) = delete;
-  ~CurrentChain() { m_list.m_pRecordChain = m_outer; }
+  ~CurrentChain() { RecordChain::of(m_list) = m_outer; }
 
  private:
   DisplayList& m_list;
@@ -29,7 +30,7 @@ class CurrentChain {
 
 /// Whether a loop asked this drawable; tells the loop that it was reached.
 bool leaves_rest_to_loop(const Drawable& drawable, DisplayList& list) {
-  RecordChain* chain = list.m_pRecordChain;
+  RecordChain* chain = RecordChain::of(list);
   if (chain == nullptr || chain->asked != &drawable) return false;
   chain->reached_base_record = true;
   return true;

@@ -1,12 +1,11 @@
 #pragma once
 
-#include <cstdint>
+#include "displaylist/core/display_list.h"
 
 class ZtFsStream;
 
 namespace DL {
 
-class DisplayList;
 class Drawable;
 
 /// The chain of drawable records that is being written or read by a loop.
@@ -18,6 +17,9 @@ class Drawable;
 struct RecordChain {
   const Drawable* asked = nullptr;
   bool reached_base_record = false;
+
+  /// The innermost chain that the list is working on; null when there is none.
+  static RecordChain*& of(DisplayList& list) { return list.m_pRecordChain; }
 };
 
 /// Writes the records of `first` and its successors and the end marker.

@@ -263,11 +263,13 @@ TEST_F(Record, WithAPaletteButNoPostReadCallbackIsRead) {
   EXPECT_EQ(chain.drawables().size(), 1U);
 }
 
-TEST_F(Record, LeavesNoChainBehindInTheList) {
-  const DrawableChain chain(read({kDot, 1, 1, kColor, 1, kDot, 2, 2, kColor, 2, kEnd}));
-  EXPECT_EQ(list.m_pRecordChain, nullptr);
-  words_of(*chain.first());
-  EXPECT_EQ(list.m_pRecordChain, nullptr);
+TEST_F(Record, ReadingAndWritingLeaveNothingBehindInTheList) {
+  const Words two = {kDot, 1, 1, kIndex, 1, kDot, 2, 2, kIndex, 2, kEnd};
+  for (int i = 0; i < 3; ++i) {
+    const DrawableChain chain(read(two));
+    EXPECT_EQ(words_of(*chain.first()), two);
+    EXPECT_EQ(words_of(*chain.first()), two);
+  }
 }
 
 }  // namespace
