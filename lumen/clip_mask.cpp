@@ -6,6 +6,9 @@
 namespace lumen {
 namespace {
 
+/// What a thread keeps of masks, in bytes, unless a single one needs more.
+constexpr std::size_t max_kept = std::size_t{64} << 20;
+
 /// Writes covers into a mask.
 class MaskPen {
  public:
@@ -53,12 +56,24 @@ const std::uint8_t* ClipMasks::mask(const LM_Contour_Set_Data& clip, const Pictu
   }
   m_latest = (m_latest + 1) % m_entries.size();
   Entry& entry = m_entries[m_latest];
+  make_room(static_cast<std::size_t>(picture.width()) * static_cast<std::size_t>(picture.height()));
   entry.clip = LM_Handle<const LM_Contour_Set_Data>(&clip);
   entry.width = picture.width();
   entry.height = picture.height();
   entry.antialiased = antialiased;
   draw(entry);
   return entry.bytes.data();
+}
+
+void ClipMasks::make_room(std::size_t size) {
+  Entry& latest = m_entries[m_latest];
+  if (latest.bytes.capacity() < size || latest.bytes.capacity() > max_kept) latest = Entry();
+  std::size_t kept = std::max(latest.bytes.capacity(), size);
+  for (Entry& entry : m_entries) {
+    if (&entry == &latest) continue;
+    kept += entry.bytes.capacity();
+    if (kept > max_kept) entry = Entry();
+  }
 }
 
 void ClipMasks::draw(Entry& entry) {

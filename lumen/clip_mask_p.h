@@ -13,7 +13,7 @@ namespace lumen {
 
 /// The complex clips that were drawn with last, as masks of a byte per pixel.
 /// A clip that is held here stays alive, so that its address names it. Kept
-/// per thread.
+/// per thread; masks that are too large together are kept one at a time.
 class ClipMasks {
  public:
   /// How much of each pixel of a picture of this size lies inside the clip, 0
@@ -36,6 +36,9 @@ class ClipMasks {
     }
   };
 
+  /// Lets go of what leaves too little room for a mask of so many bytes in the
+  /// latest entry.
+  void make_room(std::size_t size);
   void draw(Entry& entry);
 
   std::array<Entry, 2> m_entries;

@@ -1,16 +1,16 @@
 #include "lumen/png_file.h"
 
 #include <png.h>
-#include <unistd.h>
 
 #include <array>
-#include <atomic>
 #include <cerrno>
 #include <csetjmp>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <vector>
+
+#include "lumen/new_file_p.h"
 
 namespace lumen {
 namespace {
@@ -49,6 +49,8 @@ void fill_row(Encoding& encoding, std::int32_t y) {
 
 [[noreturn]] void give_up(png_structp png, png_const_charp reason) {
   auto* encoding = static_cast<Encoding*>(png_get_error_ptr(png));
+  // Of a file that failed the system knows more than the library.
+  if (std::ferror(encoding->file) != 0) reason = std::strerror(errno);
   std::snprintf(encoding->reason.data(), encoding->reason.size(), "%s", reason);
   png_longjmp(png, 1);
 }
@@ -90,18 +92,12 @@ std::string encode(const Picture& picture, std::FILE* file) {
   return encoding.reason[0] == '\0' ? "out of memory" : encoding.reason.data();
 }
 
-/// A name beside the target that no other writer uses.
-std::string temporary_name(const std::string& path) {
-  static std::atomic<unsigned> counter{0};
-  return path + "." + std::to_string(getpid()) + "-" + std::to_string(counter++) + ".part";
-}
-
 /// Empty on success, else the reason.
-std::string write_new_file(const Picture& picture, const std::string& path) {
-  std::FILE* file = std::fopen(path.c_str(), "wbx");
-  if (file == nullptr) return std::strerror(errno);
-  std::string reason = encode(picture, file);
-  if (std::fclose(file) != 0 && reason.empty()) reason = std::strerror(errno);
+std::string write_file(const Picture& picture, const std::string& path) {
+  NewFile file(path);
+  if (file.stream() == nullptr) return std::strerror(errno);
+  std::string reason = encode(picture, file.stream());
+  if (reason.empty() && !file.put_in_place()) reason = std::strerror(errno);
   return reason;
 }
 
@@ -118,14 +114,8 @@ std::uint32_t word_of(std::uint32_t rgba_bytes) {
 std::string write_png(const Picture& picture, const std::string& path) {
   const std::string failure = "cannot write '" + path + "': ";
   if (picture.is_empty()) return failure + "the picture is empty";
-  const std::string temporary = temporary_name(path);
-  std::string reason = write_new_file(picture, temporary);
-  if (reason.empty() && std::rename(temporary.c_str(), path.c_str()) != 0) {
-    reason = std::strerror(errno);
-  }
-  if (reason.empty()) return {};
-  std::remove(temporary.c_str());
-  return failure + reason;
+  const std::string reason = write_file(picture, path);
+  return reason.empty() ? reason : failure + reason;
 }
 
 Picture read_png(const std::string& path, std::string* error) {

@@ -19,8 +19,13 @@ namespace lumen {
 /// - A polyline of weight 1 without antialiasing covers a pixel per step along
 ///   the longer axis of each segment, its end included. Any other polyline is
 ///   the area of its stroke, with round joints; each end, and each end of a
-///   dash, has its style. A line pattern starts anew with each polyline. A
-///   polyline without length is a dot as large as the weight.
+///   dash, has its style. A flat end reaches half a pixel past the end point,
+///   so that both end pixels are covered: from pixel x to pixel x + n, along a
+///   row, n + 1 pixels. Round and square ends reach half a weight past it, flat
+///   ends of dashes within the line end where they are. The stroke of an even
+///   weight lies half a pixel further left and up, which fills whole pixels. A
+///   line pattern starts anew with each polyline. A polyline without length is
+///   a dot as large as the weight.
 ///   An opaque solid line of weight 1 is drawn smooth as a line, not as an
 ///   area: from the pixel of its start up to that of its end.
 /// - A polygon is filled by the even-odd rule. Without antialiasing a pixel is
@@ -31,6 +36,11 @@ namespace lumen {
 ///
 /// Several threads may draw at once, each with another rendition: into
 /// disjoint clip rectangles, since a pixel must have one writer at a time.
+///
+/// Each thread that has drawn keeps until it ends what its next action may
+/// need: the room that its largest shape took, and the two complex clips it
+/// drew with last, alive, each with a mask of a byte per pixel of the picture.
+/// The masks take 64 MB at most, or a single one what it needs.
 class LUMEN_API RasterDevice final : public LM_Renderer {
  public:
   /// Draws into the picture, which outlives the device.

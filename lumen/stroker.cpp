@@ -83,7 +83,8 @@ void Stroker::add(std::int32_t count, const LM_DCI_Point* points, const LM_Line_
 void Stroker::set_style(const LM_Line_Style& style) {
   const std::int32_t weight = std::clamp(style.weight, 1, max_weight);
   m_math.width(weight);
-  m_math.line_join(weight > 2 ? agg::round_join : agg::bevel_join);
+  m_math.line_join(weight > 1 ? agg::round_join : agg::bevel_join);
+  m_offset = weight % 2 == 0 ? -0.5 : 0;
   m_start_cap = cap_of(style.start_style);
   m_end_cap = cap_of(style.end_style);
 
@@ -138,7 +139,7 @@ void Stroker::add_piece(double distance, Shape& shape) {
   if (closed) m_piece.pop_back();
   m_path.remove_all();
   for (const agg::point_d& point : m_piece) m_path.add({point.x, point.y});
-  add_path(closed, shape);
+  add_path(closed, {true, true}, shape);
 }
 
 void Stroker::add_dashes(double distance, Shape& shape) {
@@ -149,54 +150,73 @@ void Stroker::add_dashes(double distance, Shape& shape) {
                       &point == m_piece.data() ? agg::path_cmd_move_to : agg::path_cmd_line_to);
   }
   m_dash.rewind(0);
+  // The first dash starts where the piece does, even if it is left out; so
+  // with the last one and its end.
+  LineEnds ends{true, false};
   m_path.remove_all();
   double x = 0;
   double y = 0;
-  for (;;) {
-    const unsigned command = m_dash.vertex(&x, &y);
-    if (!agg::is_line_to(command)) {
-      add_path(false, shape);
-      m_path.remove_all();
-    }
-    if (agg::is_stop(command)) return;
+  unsigned command = m_dash.vertex(&x, &y);
+  while (!agg::is_stop(command)) {
     m_path.add({x, y});
+    command = m_dash.vertex(&x, &y);
+    if (agg::is_line_to(command)) continue;
+    ends.end = agg::is_stop(command);
+    add_path(false, ends, shape);
+    m_path.remove_all();
+    ends.start = false;
   }
 }
 
-void Stroker::add_path(bool closed, Shape& shape) {
+void Stroker::add_path(bool closed, LineEnds ends, Shape& shape) {
   m_path.close(closed);
   if (closed && m_path.size() > 2) {
     add_closed(shape);
   } else if (m_path.size() > 1) {
-    add_open(shape);
+    add_open(ends, shape);
   }
 }
 
-void Stroker::add_open(Shape& shape) {
-  Outline outline(shape);
+void Stroker::add_open(LineEnds ends, Shape& shape) {
+  Outline outline(shape, m_offset);
   const auto& path = m_path;
   const unsigned last = path.size() - 1;
-  m_math.line_cap(m_start_cap);
-  m_math.calc_cap(outline, path[0], path[1], path[0].dist);
+  add_end(m_start_cap, ends.start, path[0], path[1], outline);
   for (unsigned i = 1; i < last; ++i) {
     m_math.calc_join(outline, path[i - 1], path[i], path[i + 1], path[i - 1].dist, path[i].dist);
   }
-  m_math.line_cap(m_end_cap);
-  m_math.calc_cap(outline, path[last], path[last - 1], path[last - 1].dist);
+  add_end(m_end_cap, ends.end, path[last], path[last - 1], outline);
   for (unsigned i = last - 1; i > 0; --i) {
     m_math.calc_join(outline, path[i + 1], path[i], path[i - 1], path[i].dist, path[i - 1].dist);
   }
 }
 
+void Stroker::add_end(agg::line_cap_e cap, bool of_line, const agg::vertex_dist& end,
+                      const agg::vertex_dist& next, Outline& outline) {
+  const double length = agg::calc_distance(end.x, end.y, next.x, next.y);
+  double x = 0;
+  double y = 0;
+  if (cap == agg::butt_cap && of_line) {
+    const double along_x = (end.x - next.x) / length;
+    const double along_y = (end.y - next.y) / length;
+    // The offset moves the stroke sideways; how far it reaches stays.
+    const double reach = 0.5 - m_offset * (along_x + along_y);
+    x = reach * along_x;
+    y = reach * along_y;
+  }
+  m_math.line_cap(cap);
+  m_math.calc_cap(outline, {end.x + x, end.y + y}, {next.x + x, next.y + y}, length);
+}
+
 void Stroker::add_closed(Shape& shape) {
   const auto& path = m_path;
   const unsigned count = path.size();
-  Outline one_side(shape);
+  Outline one_side(shape, m_offset);
   for (unsigned i = 0; i < count; ++i) {
     const auto& before = path[(i + count - 1) % count];
     m_math.calc_join(one_side, before, path[i], path[(i + 1) % count], before.dist, path[i].dist);
   }
-  Outline other_side(shape);
+  Outline other_side(shape, m_offset);
   for (unsigned i = count; i-- > 0;) {
     const auto& before = path[(i + count - 1) % count];
     m_math.calc_join(other_side, path[(i + 1) % count], path[i], before, path[i].dist, before.dist);
@@ -205,7 +225,7 @@ void Stroker::add_closed(Shape& shape) {
 
 void Stroker::add_dot(const LM_DCI_Point& point, Shape& shape) {
   const agg::vertex_dist center(point.x, point.y);
-  Outline outline(shape);
+  Outline outline(shape, m_offset);
   m_math.line_cap(m_start_cap == agg::round_cap ? agg::round_cap : agg::square_cap);
   m_math.calc_cap(outline, center, {center.x + 1, center.y}, 1);
   m_math.calc_cap(outline, center, {center.x - 1, center.y}, 1);

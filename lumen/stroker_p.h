@@ -18,6 +18,11 @@ namespace lumen {
 /// non-zero rule. Joints are round (cut off where nobody sees the difference),
 /// so that no ink lies further from the path than its ends reach. Each end
 /// has its own style; so has each dash of a patterned line.
+///
+/// Points are pixel centres. A flat end of the line reaches half a pixel past
+/// its point, to the far edge of that pixel; a flat end of a dash within the
+/// line does not. The stroke of an even weight lies half a pixel further left
+/// and up, so that its edges, too, run between pixels.
 class Stroker {
  public:
   /// Adds the stroke of the polyline as far as it can be seen in the
@@ -31,20 +36,22 @@ class Stroker {
    public:
     using value_type = agg::point_d;
 
-    explicit Outline(Shape& shape) : m_shape(shape) {}
+    /// Every corner is moved by the offset in both directions.
+    Outline(Shape& shape, double offset) : m_shape(shape), m_offset(offset) {}
     /// The mathematics asks for an empty list before each joint.
     void remove_all() {}
     void add(const agg::point_d& point) {
       if (m_started) {
-        m_shape.line_to(point.x, point.y);
+        m_shape.line_to(point.x + m_offset, point.y + m_offset);
       } else {
-        m_shape.move_to(point.x, point.y);
+        m_shape.move_to(point.x + m_offset, point.y + m_offset);
       }
       m_started = true;
     }
 
    private:
     Shape& m_shape;
+    double m_offset;
     bool m_started = false;
   };
 
@@ -54,15 +61,25 @@ class Stroker {
   /// The part of the polyline in m_piece; `distance` of its start along the line.
   void add_piece(double distance, Shape& shape);
   void add_dashes(double distance, Shape& shape);
+  /// Which ends of an open path are ends of the line, not of a dash within.
+  struct LineEnds {
+    bool start;
+    bool end;
+  };
+
   /// The path in m_path.
-  void add_path(bool closed, Shape& shape);
-  void add_open(Shape& shape);
+  void add_path(bool closed, LineEnds ends, Shape& shape);
+  void add_open(LineEnds ends, Shape& shape);
+  /// The end at `end` of the segment from there to `next`.
+  void add_end(agg::line_cap_e cap, bool of_line, const agg::vertex_dist& end,
+               const agg::vertex_dist& next, Outline& outline);
   void add_closed(Shape& shape);
   void add_dot(const LM_DCI_Point& point, Shape& shape);
 
   agg::math_stroke<Outline> m_math;
   agg::line_cap_e m_start_cap = agg::butt_cap;
   agg::line_cap_e m_end_cap = agg::butt_cap;
+  double m_offset = 0;  ///< how far the stroke lies right of and below the points
   agg::vcgen_dash m_dash;
   double m_pattern_length = 0;  ///< 0 for a solid line
   agg::vertex_sequence<agg::vertex_dist> m_path;

@@ -1,13 +1,17 @@
 #include "lumen/picture.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cerrno>
 #include <csignal>
-
+#include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <tuple>
 
 #include "lumen/png_file.h"
 
@@ -47,6 +51,13 @@ Picture colorful(std::uint32_t top_bytes) {
     }
   }
   return picture;
+}
+
+/// Large enough for the file to be written in several goes.
+Picture large_picture() {
+  Picture large(300, 300);
+  for (std::int32_t y = 0; y < 300; ++y) std::copy_n(colorful(0).row(y % 11), 37, large.row(y));
+  return large;
 }
 
 /// PNG's colour type byte: 2 is RGB, 6 is RGB with alpha.
@@ -128,23 +139,58 @@ TEST(PngFile, AFailedWriteNamesTheFileAndLeavesNothing) {
 }
 
 /// Writes under a limit on the file size, which stands for a full disk: both
-/// fail in mid-file. Ends the process, with 0 if the error names the file.
+/// fail in mid-file. Ends the process, with 0 if the error names the file and
+/// the system's reason.
 [[noreturn]] void write_beyond_limit(const Picture& picture, const std::string& path) {
   std::signal(SIGXFSZ, SIG_IGN);
   const rlimit limit{1000, 1000};
   setrlimit(RLIMIT_FSIZE, &limit);
   const std::string error = write_png(picture, path);
-  _exit(error.find(path) != std::string::npos ? 0 : 1);
+  const bool told = error.find(path) != std::string::npos &&
+                    error.find(std::strerror(EFBIG)) != std::string::npos;
+  _exit(told ? 0 : 1);
 }
 
 TEST(PngFile, AFullDiskIsToldAndLeavesNothing) {
   const Directory directory;
   const std::string path = directory.file("full.png");
   EXPECT_EXIT(write_beyond_limit(colorful(0), path), testing::ExitedWithCode(0), "");
-  Picture large(300, 300);
-  for (std::int32_t y = 0; y < 300; ++y) std::copy_n(colorful(0).row(y % 11), 37, large.row(y));
-  EXPECT_EXIT(write_beyond_limit(large, path), testing::ExitedWithCode(0), "");
+  EXPECT_EXIT(write_beyond_limit(large_picture(), path), testing::ExitedWithCode(0), "");
   EXPECT_EQ(directory.file_count(), 0);
+}
+
+bool can_make_unnamed_files(const std::string& folder) {
+  const int descriptor = open(folder.c_str(), O_TMPFILE | O_WRONLY, 0600);
+  if (descriptor >= 0) close(descriptor);
+  return descriptor >= 0;
+}
+
+/// Ends the process by a signal in mid-file.
+void die_while_writing(const std::string& path) {
+  std::signal(SIGXFSZ, SIG_DFL);
+  const rlimit no_core{0, 0};
+  setrlimit(RLIMIT_CORE, &no_core);
+  const rlimit limit{1000, 1000};
+  setrlimit(RLIMIT_FSIZE, &limit);
+  std::ignore = write_png(large_picture(), path);
+}
+
+TEST(PngFile, AKilledProcessLeavesNothing) {
+  const Directory directory;
+  if (!can_make_unnamed_files(directory.file("."))) GTEST_SKIP() << "no unnamed files here";
+  EXPECT_EXIT(die_while_writing(directory.file("killed.png")), testing::KilledBySignal(SIGXFSZ),
+              "");
+  EXPECT_EQ(directory.file_count(), 0);
+}
+
+TEST(PngFile, ANameWithoutFolderIsInTheCurrentOne) {
+  const Directory directory;
+  const std::filesystem::path before = std::filesystem::current_path();
+  std::filesystem::current_path(directory.file("."));
+  EXPECT_EQ(write_png(colorful(0), "here.png"), "");
+  std::filesystem::current_path(before);
+  EXPECT_EQ(read_png(directory.file("here.png")), colorful(0));
+  EXPECT_EQ(directory.file_count(), 1);
 }
 
 TEST(PngFile, AnEmptyPictureCannotBeWritten) {

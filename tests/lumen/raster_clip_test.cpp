@@ -113,6 +113,21 @@ TEST(ComplexClip, OneClipServesPicturesOfSeveralSizes) {
   }
 }
 
+TEST(ComplexClip, MasksTooLargeToBeKeptTogetherAreToldApart) {
+  // A mask of 36 MB: two are more than a thread keeps.
+  constexpr std::int32_t side = 6000;
+  const LM_Contour_Set clips[] = {contours(LM_Fill_Rule::even_odd, {box(0, 0, 3, side)}),
+                                  contours(LM_Fill_Rule::even_odd, {box(3, 0, side, side)})};
+  Canvas canvas(side, side);
+  for (const std::uint32_t turn : {0U, 1U, 0U, 1U}) {
+    canvas.rendition.set_complex_clip(clips[turn], true);
+    canvas.picture.clear(text_art::white);
+    canvas.polyline(points({{0, side - 1}, {side - 1, side - 1}}));
+    EXPECT_EQ(canvas.picture.pixel(2, side - 1).word & 1, turn);
+    EXPECT_EQ(canvas.picture.pixel(3, side - 1).word & 1, 1 - turn);
+  }
+}
+
 TEST(ComplexClip, AntialiasedEdgesCoverInPart) {
   Canvas canvas(5, 2);
   canvas.device.set_antialiased(true);

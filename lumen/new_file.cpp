@@ -1,0 +1,86 @@
+#include "lumen/new_file_p.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cerrno>
+#include <filesystem>
+
+namespace lumen {
+namespace {
+
+/// A name beside the target that no other writer uses.
+std::string temporary_name(const std::string& path) {
+  static std::atomic<unsigned> counter{0};
+  return path + "." + std::to_string(getpid()) + "-" + std::to_string(counter++) + ".part";
+}
+
+std::string folder_of(const std::string& path) {
+  const std::string folder = std::filesystem::path(path).parent_path().string();
+  return folder.empty() ? "." : folder;
+}
+
+/// The name by which a file without a name can be linked.
+std::string handle_name(int descriptor) {
+  return "/proc/self/fd/" + std::to_string(descriptor);
+}
+
+}  // namespace
+
+NewFile::NewFile(const std::string& path) : m_path(path) {
+  open_unnamed();
+  if (m_stream == nullptr) open_named();
+}
+
+NewFile::~NewFile() {
+  close();
+  if (!m_temporary.empty()) unlink(m_temporary.c_str());
+}
+
+void NewFile::open_unnamed() {
+  constexpr mode_t mode = 0666;
+  const int descriptor = open(folder_of(m_path).c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, mode);
+  if (descriptor < 0) return;
+  if (access(handle_name(descriptor).c_str(), F_OK) == 0) m_stream = fdopen(descriptor, "wb");
+  if (m_stream == nullptr) ::close(descriptor);
+}
+
+void NewFile::open_named() {
+  std::string name;
+  do {
+    name = temporary_name(m_path);
+    m_stream = std::fopen(name.c_str(), "wbxe");
+  } while (m_stream == nullptr && errno == EEXIST);
+  if (m_stream != nullptr) m_temporary = name;
+}
+
+bool NewFile::give_temporary_name() {
+  const std::string handle = handle_name(fileno(m_stream));
+  std::string name;
+  int result = 0;
+  do {
+    name = temporary_name(m_path);
+    result = linkat(AT_FDCWD, handle.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW);
+  } while (result != 0 && errno == EEXIST);
+  if (result == 0) m_temporary = name;
+  return result == 0;
+}
+
+bool NewFile::close() {
+  if (m_stream == nullptr) return true;
+  const bool closed = std::fclose(m_stream) == 0;
+  m_stream = nullptr;
+  return closed;
+}
+
+bool NewFile::put_in_place() {
+  // All bytes are to be there before the file can be seen.
+  if (std::fflush(m_stream) != 0) return false;
+  if (m_temporary.empty() && !give_temporary_name()) return false;
+  if (!close() || std::rename(m_temporary.c_str(), m_path.c_str()) != 0) return false;
+  m_temporary.clear();
+  return true;
+}
+
+}  // namespace lumen
