@@ -44,7 +44,7 @@ void add_areas(const Sketch& sketch, const Sketch::Layer& layer, std::size_t ind
   }
   const LM_RGB32 usual = options.fill ? palette::outline : palette::line(index);
   const LM_RGB32 color = options.line_color.value_or(usual);
-  for (const Sketch::Run& ring : layer.rings) filler.add_outline(ring, layer.geographic, color);
+  for (const Sketch::Ring& ring : layer.rings) filler.add_outline(ring, color);
 }
 
 void add_layer(const Sketch& sketch, std::size_t index, const ReadOptions& options,

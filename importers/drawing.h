@@ -17,8 +17,9 @@ namespace importers {
 struct Drawing {
   // Declared before the list, which uses both until it is destroyed.
   std::unique_ptr<lumen::PackedHeap> heap = std::make_unique<lumen::PackedHeap>();
-  /// What point symbols are drawn with. Whoever draws gives them the clip of
-  /// the list's own rendition.
+  /// What point symbols, lines without length as large as their weight, are
+  /// drawn with. Whoever draws gives them the clip of the list's own rendition,
+  /// and the list wide dots.
   std::vector<std::unique_ptr<LM_Rendition>> renditions;
   std::unique_ptr<DL::DisplayList> list;
 

@@ -20,6 +20,18 @@ bool has_all_points(const DL::DLDot&) {
   return true;
 }
 
+/// The vertex of a ring that follows the one at `index`.
+const Vertex& next_vertex(std::span<const Vertex> ring, std::size_t index) {
+  return ring[index + 1 == ring.size() ? 0 : index + 1];
+}
+
+bool has_only_seams(std::span<const Vertex> ring) {
+  for (std::size_t i = 0; i < ring.size(); ++i) {
+    if (!sphere::is_seam(ring[i], next_vertex(ring, i))) return false;
+  }
+  return true;
+}
+
 /// The drawable, or null when it or its points did not get their memory.
 template <class T>
 T* complete_or_null(T* drawable) {
@@ -36,7 +48,7 @@ void ListFiller::load(const Sketch::Run& run) {
 
 void ListFiller::add_fill(const Sketch::Layer& layer, const Sketch::Area& area, LM_RGB32 color) {
   m_points.clear();
-  const Sketch::Run* rings = &layer.rings[area.first_ring];
+  const Sketch::Ring* rings = &layer.rings[area.first_ring];
   load(rings[0]);
   const LogicalPoint anchor = m_points.front();
   if (area.ring_count > 1) m_points.push_back(anchor);
@@ -51,13 +63,13 @@ void ListFiller::add_fill(const Sketch::Layer& layer, const Sketch::Area& area, 
       m_points);
 }
 
-void ListFiller::add_outline(const Sketch::Run& ring, bool geographic, LM_RGB32 color) {
+void ListFiller::add_outline(const Sketch::Ring& ring, LM_RGB32 color) {
   const std::span<const Vertex> vertices = m_sketch.vertices(ring);
+  const bool is_cut = ring.is_cut && !has_only_seams(vertices);
   m_points.assign(1, logical(vertices.front()));
   for (std::size_t i = 0; i < vertices.size(); ++i) {
-    const Vertex& from = vertices[i];
-    const Vertex& to = vertices[i + 1 == vertices.size() ? 0 : i + 1];
-    if (geographic && sphere::is_seam(from, to)) {
+    const Vertex& to = next_vertex(vertices, i);
+    if (is_cut && sphere::is_seam(vertices[i], to)) {
       add_pieces(color);
       m_points.clear();
     }
@@ -91,8 +103,6 @@ void ListFiller::begin_points(LM_RGB32 color, std::int32_t size) {
   rendition->set_line_weight(size);
   m_point_rendition = rendition.get();
   m_drawing.renditions.push_back(std::move(rendition));
-  // A line without length is then as large as its weight.
-  m_drawing.list->m_bWideDots = true;
 }
 
 void ListFiller::add_point(const Vertex& vertex) {

@@ -23,8 +23,9 @@ class ListFiller {
   /// One polygon: the holes are joined to the outer ring by bridges, along
   /// which the polygon runs back and forth, so that they enclose nothing.
   void add_fill(const Sketch::Layer& layer, const Sketch::Area& area, LM_RGB32 color);
-  /// `geographic`: edges at which the map is cut are left out.
-  void add_outline(const Sketch::Run& ring, bool geographic, LM_RGB32 color);
+  /// Of a ring that was cut, without the edges along which it was, unless it
+  /// has no others.
+  void add_outline(const Sketch::Ring& ring, LM_RGB32 color);
   void add_line(const Sketch::Run& line, LM_RGB32 color);
 
   /// The colour and the size in device units of the points that follow.

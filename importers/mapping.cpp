@@ -2,20 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdint>
 #include <limits>
 
 namespace importers {
-
-namespace {
-
-std::int32_t nearest(double value) {
-  constexpr double lowest = std::numeric_limits<std::int32_t>::min();
-  constexpr double highest = std::numeric_limits<std::int32_t>::max();
-  return static_cast<std::int32_t>(std::nearbyint(std::clamp(value, lowest, highest)));
-}
-
-}  // namespace
 
 bool Extent::meets(const Extent& other) const {
   return max_x >= other.min_x && max_y >= other.min_y && min_x <= other.max_x &&
@@ -46,8 +35,14 @@ Mapping Mapping::fitting(const Extent& extent) {
   return mapping;
 }
 
+std::int32_t nearest_logical(double value) {
+  constexpr double lowest = std::numeric_limits<std::int32_t>::min();
+  constexpr double highest = std::numeric_limits<std::int32_t>::max();
+  return static_cast<std::int32_t>(std::nearbyint(std::clamp(value, lowest, highest)));
+}
+
 DL::PointTemplate<long> Mapping::to_logical(double x, double y) const {
-  return {nearest(logical_x(x)), nearest(logical_y(y))};
+  return {nearest_logical(logical_x(x)), nearest_logical(logical_y(y))};
 }
 
 }  // namespace importers

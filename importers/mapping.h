@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "displaylist/core/geometry.h"
 
 namespace importers {
@@ -20,6 +22,9 @@ struct Extent {
 
   friend bool operator==(const Extent&, const Extent&) = default;
 };
+
+/// The nearest logical coordinate, saturated.
+[[nodiscard]] std::int32_t nearest_logical(double value);
 
 /// How drawing coordinates become logical ones: logical = (drawing - origin) *
 /// scale, the same scale on both axes, y upward in both.

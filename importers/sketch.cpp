@@ -59,7 +59,7 @@ void Sketch::begin_area() {
   m_open_area_has_outer = true;
 }
 
-void Sketch::add_ring(std::span<const Vertex> vertices) {
+void Sketch::add_ring(std::span<const Vertex> vertices, bool is_cut) {
   if (!m_open_area_has_outer) return;
   if (vertices.size() > 1 && vertices.front() == vertices.back()) {
     vertices = vertices.first(vertices.size() - 1);
@@ -71,7 +71,7 @@ void Sketch::add_ring(std::span<const Vertex> vertices) {
     return;
   }
   widen_by(run);
-  m_layers.back().rings.push_back(run);
+  m_layers.back().rings.push_back({run, is_cut});
   ++m_open_area.ring_count;
 }
 

@@ -34,6 +34,9 @@ class Sketch {
     std::size_t first;
     std::size_t count;
   };
+  struct Ring : Run {
+    bool is_cut;  ///< some of its edges run where the map was cut
+  };
   /// The outer ring and the holes, among the rings of the layer.
   struct Area {
     std::uint32_t feature;
@@ -43,7 +46,7 @@ class Sketch {
   struct Layer {
     std::string name;
     bool geographic = false;  ///< in degrees of longitude and latitude
-    std::vector<Run> rings;
+    std::vector<Ring> rings;
     std::vector<Area> areas;
     std::vector<Run> lines;
     std::vector<std::size_t> points;  ///< each an index of a vertex
@@ -63,8 +66,9 @@ class Sketch {
   /// The rings up to end_area() make one area, the outer one first. A ring with
   /// less than three usable vertices is left out, its area with it if it is the
   /// outer one. Whether the last vertex repeats the first does not matter.
+  /// `is_cut`: the importer cut it along the border of the map.
   void begin_area();
-  void add_ring(std::span<const Vertex> vertices);
+  void add_ring(std::span<const Vertex> vertices, bool is_cut = false);
   void end_area();
 
   [[nodiscard]] const std::vector<Layer>& layers() const { return m_layers; }

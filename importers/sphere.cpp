@@ -50,18 +50,19 @@ Vertices clipped(const Vertices& ring, double longitude, bool keep_west) {
 }
 
 /// Closes an unwrapped ring that ends a whole turn from where it starts: it
-/// goes around a pole, the one that it is nearer to.
-void close_around_pole(Vertices& ring) {
+/// goes around a pole, the one that it is nearer to. False for other rings.
+bool close_around_pole(Vertices& ring) {
   const Vertex start = ring.front();
   const double step = start.x - ring.back().x;
   const double turns = std::nearbyint(step / turn);
-  if (turns == 0.0) return;
+  if (turns == 0.0) return false;
   double latitudes = 0.0;
   for (const Vertex& v : ring) latitudes += v.y;
   const double nearer = latitudes < 0.0 ? -pole : pole;
   ring.push_back({start.x - turns * turn, start.y});
   ring.push_back({ring.back().x, nearer});
   ring.push_back({start.x, nearer});
+  return true;
 }
 
 /// The first and last whole turns that the vertices reach into.
@@ -73,12 +74,12 @@ std::pair<double, double> turns_reached(const Vertices& vertices) {
 
 }  // namespace
 
-std::vector<Vertices> ring_on_map(std::span<const Vertex> ring) {
+Rings ring_on_map(std::span<const Vertex> ring) {
   if (ring.size() > 1 && ring.front() == ring.back()) ring = ring.first(ring.size() - 1);
-  if (ring.empty() || !is_on_map(ring)) return {Vertices(ring.begin(), ring.end())};
+  if (ring.empty() || !is_on_map(ring)) return {{Vertices(ring.begin(), ring.end())}, false};
   Vertices whole = unwrapped(ring);
-  close_around_pole(whole);
-  if (is_on_map(whole)) return {std::move(whole)};
+  const bool is_closed = close_around_pole(whole);
+  if (is_on_map(whole)) return {{std::move(whole)}, is_closed};
   std::vector<Vertices> pieces;
   const auto [first, last] = turns_reached(whole);
   for (double k = first; k <= last; ++k) {
@@ -87,7 +88,7 @@ std::vector<Vertices> ring_on_map(std::span<const Vertex> ring) {
     for (Vertex& v : piece) v.x -= k * turn;
     if (piece.size() > 2) pieces.push_back(std::move(piece));
   }
-  return pieces;
+  return {std::move(pieces), true};
 }
 
 std::vector<Vertices> line_on_map(std::span<const Vertex> line) {

@@ -16,12 +16,18 @@ using Vertices = std::vector<Vertex>;
 /// The pieces of a line.
 std::vector<Vertices> line_on_map(std::span<const Vertex> line);
 
-/// The pieces of a ring, each a ring without its closing vertex. Together,
-/// filled even-odd, they cover what the ring encloses.
-std::vector<Vertices> ring_on_map(std::span<const Vertex> ring);
+/// What became of a ring.
+struct Rings {
+  /// Each without its closing vertex. Together, filled even-odd, they cover
+  /// what the ring encloses.
+  std::vector<Vertices> pieces;
+  bool is_cut;  ///< edges were added along the border of the map
+};
 
-/// Whether an edge runs along the antimeridian or lies on a pole: there maps
-/// are cut, and no border is.
+Rings ring_on_map(std::span<const Vertex> ring);
+
+/// Whether an edge runs along the antimeridian or lies on a pole: what cuts a
+/// ring adds such edges, and they are no border of anything.
 bool is_seam(const Vertex& from, const Vertex& to);
 
 }  // namespace importers::sphere

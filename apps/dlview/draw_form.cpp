@@ -45,6 +45,18 @@ std::vector<LM_Point> star(const Half& half) {
   return points;
 }
 
+void draw_circled(DL::DisplayList& list, const Region& region) {
+  const DL::Group& root = *list.m_pRootGroup;
+  region.is_part ? root.draw_circled_bounded(list, region.inner, region.outer)
+                 : root.draw_circled(list);
+}
+
+void draw_complex(DL::DisplayList& list, const Region& region) {
+  const DL::Group& root = *list.m_pRootGroup;
+  region.is_part ? root.draw_complex_bounded(list, region.inner, region.outer)
+                 : root.draw_complex(list);
+}
+
 }  // namespace
 
 LM_Contour_Set clip_of(DrawForm form, const PictureSize& size) {
@@ -65,9 +77,9 @@ void draw(DL::DisplayList& list, DrawForm form, const Region& region) {
       return root.draw_bounded(list, region.inner, region.outer);
     case DrawForm::circled:
       // The circle that groups are tested against is taken from the clip.
-      return list.circular_complex_clip() ? root.draw_circled(list) : root.draw_complex(list);
+      return list.circular_complex_clip() ? draw_circled(list, region) : draw_complex(list, region);
     case DrawForm::complex:
-      return root.draw_complex(list);
+      return draw_complex(list, region);
   }
 }
 

@@ -1,10 +1,12 @@
 #include <CLI/CLI.hpp>
+#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <new>
 #include <string>
 
 #include "apps/dlview/render_command.h"
+#include "apps/dlview/usage.h"
 
 namespace {
 
@@ -12,9 +14,9 @@ constexpr int success = 0;
 constexpr int failure = 1;
 constexpr int wrong_usage = 2;
 
-int fail(const std::string& sentence) {
+int fail(const std::string& sentence, int status = failure) {
   std::fprintf(stderr, "dlview: %s.\n", sentence.c_str());
-  return failure;
+  return status;
 }
 
 int run(int argc, char** argv) {
@@ -27,8 +29,10 @@ int run(int argc, char** argv) {
   const dlview::RenderCommand render(program);
   try {
     program.parse(argc, argv);
+  } catch (const CLI::Success& help) {
+    return program.exit(help);
   } catch (const CLI::ParseError& error) {
-    return program.exit(error) == success ? success : wrong_usage;
+    return fail(dlview::usage_sentence(program, error), wrong_usage);
   }
   const std::string problem = render.run();
   return problem.empty() ? success : fail(problem);
@@ -37,6 +41,8 @@ int run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // A picture beyond the limit of file sizes is then an error of writing.
+  std::signal(SIGXFSZ, SIG_IGN);
   try {
     return run(argc, argv);
   } catch (const std::bad_alloc&) {

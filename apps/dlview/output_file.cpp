@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
 #include <system_error>
 
@@ -21,30 +23,41 @@ std::string lower_case(std::string text) {
   return text;
 }
 
+/// What keeps new files out of the folder, and the mend; empty when nothing does.
+std::string check_folder(const fs::path& folder) {
+  const std::string name = "'" + folder.string() + "'";
+  std::error_code error;
+  const fs::file_status status = fs::status(folder, error);
+  if (status.type() == fs::file_type::not_found) {
+    return "there is no folder " + name + "; create it or name another";
+  }
+  if (error) return "the folder " + name + ": " + error.message() + "; name another";
+  if (status.type() != fs::file_type::directory) return name + " is no folder; name another";
+  if (access(folder.c_str(), W_OK | X_OK) == 0) return {};
+  return "the folder " + name + " may not be written to (" + std::strerror(errno) +
+         "); name another";
+}
+
 }  // namespace
 
-std::string check_output(const std::string& path) {
+std::string check_output(const std::string& path, const std::string& input) {
   const std::string failure = "cannot write '" + path + "': ";
   if (lower_case(fs::path(path).extension().string()) != ".png") {
     return failure + "pictures are written as PNG only; end the name in .png";
   }
   std::error_code error;
   if (fs::is_directory(path, error)) return failure + "it is a folder; name a file in it";
-  fs::path folder = fs::path(path).parent_path();
-  if (folder.empty()) folder = ".";
-  if (!fs::is_directory(folder, error)) {
-    return failure + "there is no folder '" + folder.string() + "'; create it or name another";
+  if (fs::equivalent(path, input, error)) {
+    return failure + "it is the drawing that is to be read; name another output";
   }
-  if (access(folder.c_str(), W_OK | X_OK) != 0) {
-    return failure + "the folder '" + folder.string() +
-           "' may not be written to; change its permissions or name another";
-  }
-  return {};
+  const fs::path folder = fs::path(path).parent_path();
+  const std::string problem = check_folder(folder.empty() ? "." : folder);
+  return problem.empty() ? problem : failure + problem;
 }
 
 std::string write_output(const lumen::Picture& picture, const std::string& path) {
   const std::string problem = lumen::write_png(picture, path);
-  return problem.empty() ? problem : problem + "; check the folder and the free space";
+  return problem.empty() ? problem : problem + "; choose another name or folder";
 }
 
 }  // namespace dlview

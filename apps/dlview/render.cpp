@@ -54,6 +54,8 @@ void prepare(Drawing& drawing, const RenderOptions& options, lumen::Picture& pic
   DL::DisplayList& list = *drawing.list;
   list.m_pRenderer = device;
   list.m_bComplexClipSupported = device->options.supports_complex_clip;
+  // What collapses onto a single pixel is as wide as any other line.
+  list.m_bWideDots = true;
   const LM_Contour_Set clip = clip_of(options.form, options.size);
   LM_Rendition& working = list.m_rendition;
   working.set_line_weight(options.line_width);
@@ -86,7 +88,7 @@ void tell_statistics(Drawing& drawing, const RenderOptions& options, const Regio
 }  // namespace
 
 std::string render(const RenderOptions& options) {
-  std::string problem = check_output(options.output);
+  std::string problem = check_output(options.output, options.input);
   if (!problem.empty()) return problem;
   Drawing drawing;
   problem = read(options, drawing);
@@ -101,7 +103,8 @@ std::string render(const RenderOptions& options) {
   view.apply(*drawing.list);
   prepare(drawing, options, picture);
   const std::int32_t reach = std::max(options.line_width, options.point_size);
-  const Region region = visible_region(*drawing.list, reach);
+  Region region = visible_region(*drawing.list, reach);
+  region.is_part = options.window.has_value();
   const double milliseconds = draw_picture(drawing, options, region);
   problem = write_output(picture, options.output);
   if (problem.empty() && options.statistics) {

@@ -1,11 +1,7 @@
 #include "apps/dlview/render_command.h"
 
-#include <charconv>
-#include <map>
-#include <tuple>
-
 #include "apps/dlview/color.h"
-#include "lumen/picture.h"
+#include "apps/dlview/option_values.h"
 
 namespace dlview {
 
@@ -29,25 +25,11 @@ constexpr const char* statistics_help =
     "nothing), the milliseconds that drawing took without\n"
     "reading and writing, and the file";
 
-using Corners = std::tuple<double, double, double, double>;
-
-const std::map<std::string, DrawForm>& draw_forms() {
-  static const std::map<std::string, DrawForm> forms{{"unclipped", DrawForm::unclipped},
-                                                     {"bounded", DrawForm::bounded},
-                                                     {"circled", DrawForm::circled},
-                                                     {"complex", DrawForm::complex}};
-  return forms;
-}
-
-/// Reads "1920x1080".
-bool parse_size(const std::string& text, PictureSize& size) {
-  const char* end = text.data() + text.size();
-  const auto [middle, width_error] = std::from_chars(text.data(), end, size.width);
-  if (width_error != std::errc{} || middle == end || *middle != 'x') return false;
-  const auto [stop, height_error] = std::from_chars(middle + 1, end, size.height);
-  return height_error == std::errc{} && stop == end && size.width >= 2 && size.height >= 2 &&
-         size.width <= lumen::Picture::max_side && size.height <= lumen::Picture::max_side;
-}
+constexpr const char* form_help =
+    "Draw through this form of the library: unclipped, all\n"
+    "of the drawing; bounded, only what the window meets;\n"
+    "circled and complex, clipped by a circle or a star,\n"
+    "and with --window only what the window meets";
 
 }  // namespace
 
@@ -84,32 +66,30 @@ void RenderCommand::add_view_options() {
   m_command
       ->add_option_function<std::string>(
           "--size",
-          [this](const std::string& text) {
-            if (parse_size(text, m_options.size)) return;
-            throw CLI::ValidationError("--size", "'" + text + "' is not a size like 1920x1080");
-          },
-          "Size of the picture in pixels, 2x2 to 65535x65535")
+          [this](const std::string& text) { m_options.size = size_value("--size", text); },
+          "Size of the picture in pixels, 2x2 to 65535x65535,\nat most " + most_pixels() +
+              " pixels in all")
       ->type_name("WxH")
       ->default_str("1920x1080");
   m_command
-      ->add_option_function<Corners>(
+      ->add_option_function<std::vector<std::string>>(
           "--window",
-          [this](const Corners& corners) {
-            const auto& [min_x, min_y, max_x, max_y] = corners;
-            m_options.window = importers::Extent{min_x, min_y, max_x, max_y};
+          [this](const std::vector<std::string>& texts) {
+            m_options.window = window_value("--window", texts);
           },
           "The part of the drawing to show, in drawing\ncoordinates; the whole drawing with a "
-          "margin\n"
-          "if not given")
-      ->type_name("MINX MINY MAXX MAXY");
+          "margin\nif not given")
+      ->type_name("MINX MINY MAXX MAXY")
+      ->type_size(4)
+      ->expected(1)
+      ->allow_extra_args(false);
   m_command
       ->add_option_function<std::string>(
-          "--form", [this](const std::string& name) { m_options.form = draw_forms().at(name); },
-          "Draw through this form of the library: all of the\ndrawing, only what the window meets, "
-          "clipped by a\ncircle, or clipped by a star")
+          "--form",
+          [this](const std::string& text) { m_options.form = form_value("--form", text); },
+          form_help)
       ->type_name("unclipped|bounded|circled|complex")
-      ->default_str("bounded")
-      ->check(CLI::IsMember(draw_forms()).description(""));
+      ->default_str("bounded");
 }
 
 void RenderCommand::add_look_options() {
@@ -118,14 +98,8 @@ void RenderCommand::add_look_options() {
                 ";\nsea for maps of filled areas, paper for other\ndrawings if not given");
   add_color("--line-color", m_options.line_color,
             "Colour of all lines and outlines; one for each layer\nif not given");
-  m_command->add_option("--line-width", m_options.line_width, "Width of lines in pixels")
-      ->type_name("PIXELS")
-      ->capture_default_str()
-      ->check(CLI::Range(1, 1000).description(""));
-  m_command->add_option("--point-size", m_options.point_size, "Side of point symbols in pixels")
-      ->type_name("PIXELS")
-      ->capture_default_str()
-      ->check(CLI::Range(1, 1000).description(""));
+  add_pixels("--line-width", m_options.line_width, "Width of lines in pixels, 1 to 1000");
+  add_pixels("--point-size", m_options.point_size, "Side of point symbols in pixels, 1 to 1000");
   m_command->add_flag_callback(
       "--no-fill", [this] { m_options.fill = false; }, "Draw outlines of areas only");
   m_command->add_flag_callback(
@@ -137,15 +111,19 @@ void RenderCommand::add_color(const std::string& name, std::optional<LM_RGB32>& 
                               const std::string& description) {
   m_command
       ->add_option_function<std::string>(
-          name,
-          [name, &color](const std::string& text) {
-            color = parse_color(text);
-            if (color) return;
-            throw CLI::ValidationError(
-                name, "'" + text + "' is no colour; give #RRGGBB or one of " + color_names());
-          },
+          name, [name, &color](const std::string& text) { color = color_value(name, text); },
           description)
       ->type_name("COLOR");
+}
+
+void RenderCommand::add_pixels(const std::string& name, std::int32_t& pixels,
+                               const std::string& description) {
+  m_command
+      ->add_option_function<std::string>(
+          name, [name, &pixels](const std::string& text) { pixels = pixels_value(name, text); },
+          description)
+      ->type_name("PIXELS")
+      ->default_str(std::to_string(pixels));
 }
 
 }  // namespace dlview

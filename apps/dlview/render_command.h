@@ -26,6 +26,7 @@ class RenderCommand {
   void add_look_options();
   void add_color(const std::string& name, std::optional<LM_RGB32>& color,
                  const std::string& description);
+  void add_pixels(const std::string& name, std::int32_t& pixels, const std::string& description);
 
   CLI::App* m_command;
   RenderOptions m_options;

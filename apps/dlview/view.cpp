@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <limits>
 
 namespace dlview {
 
@@ -11,6 +10,7 @@ namespace {
 
 using importers::Drawing;
 using importers::Extent;
+using importers::nearest_logical;
 
 /// The whole drawing and some space around it.
 Extent with_margin(const Extent& extent) {
@@ -27,26 +27,26 @@ std::string in_words(const Extent& extent) {
   return text;
 }
 
+/// What is wrong when the drawing is too small to be seen in what is shown.
+std::string would_be_a_speck(const Drawing& drawing, const Extent& shown) {
+  return "would be a speck in the window " + in_words(shown) + "; choose a window near " +
+         in_words(drawing.extent);
+}
+
 /// What is wrong with a window that was asked for; empty when nothing is.
 std::string check_window(const Drawing& drawing, const Extent& window) {
-  const bool finite = std::isfinite(window.width()) && std::isfinite(window.height()) &&
-                      std::isfinite(window.min_x) && std::isfinite(window.min_y);
-  if (!finite || window.width() <= 0.0 || window.height() <= 0.0) {
+  if (window.width() <= 0.0 || window.height() <= 0.0) {
     return "cannot be shown through the window " + in_words(window) +
            ", which has no area; give MINX MINY MAXX MAXY with MINX below MAXX and MINY below MAXY";
+  }
+  if (!std::isfinite(window.width()) || !std::isfinite(window.height())) {
+    return would_be_a_speck(drawing, window);
   }
   if (!window.meets(drawing.extent)) {
     return "lies outside the window " + in_words(window) + "; choose a window within " +
            in_words(drawing.extent);
   }
   return {};
-}
-
-/// The nearest logical coordinate.
-std::int32_t saturated(double value) {
-  constexpr double lowest = std::numeric_limits<std::int32_t>::min();
-  constexpr double highest = std::numeric_limits<std::int32_t>::max();
-  return static_cast<std::int32_t>(std::nearbyint(std::clamp(value, lowest, highest)));
 }
 
 /// One axis of the picture on the logical plane.
@@ -84,13 +84,12 @@ std::string make_view(const Drawing& drawing, const std::optional<Extent>& windo
   const Axis x{mapping.logical_x(shown.min_x / 2 + shown.max_x / 2), units, size.width};
   const Axis y{mapping.logical_y(shown.min_y / 2 + shown.max_y / 2), units, size.height};
   view.size = size;
-  view.logical = {saturated(x.first()), saturated(y.first()), saturated(x.last()),
-                  saturated(y.last())};
+  view.logical = {nearest_logical(x.first()), nearest_logical(y.first()), nearest_logical(x.last()),
+                  nearest_logical(y.last())};
   view.screen = {x.pixel(view.logical.min.x), size.height - 1 - y.pixel(view.logical.min.y),
                  x.pixel(view.logical.max.x), size.height - 1 - y.pixel(view.logical.max.y)};
   if (view.screen.min.x >= view.screen.max.x || view.screen.min.y <= view.screen.max.y) {
-    return "would be a speck in the window " + in_words(shown) + "; choose a window near " +
-           in_words(drawing.extent);
+    return would_be_a_speck(drawing, shown);
   }
   return {};
 }
@@ -111,10 +110,10 @@ Region visible_region(const DL::DisplayList& list, std::int32_t reach) {
   const double high_y = std::max(seen.min.y, seen.max.y);
   const double more_x = (reach + 1) / std::fabs(list.m_scale.x);
   const double more_y = (reach + 1) / std::fabs(list.m_scale.y);
-  return {{saturated(low_x + more_x), saturated(low_y + more_y), saturated(high_x - more_x),
-           saturated(high_y - more_y)},
-          {saturated(low_x - more_x), saturated(low_y - more_y), saturated(high_x + more_x),
-           saturated(high_y + more_y)}};
+  return {{nearest_logical(low_x + more_x), nearest_logical(low_y + more_y),
+           nearest_logical(high_x - more_x), nearest_logical(high_y - more_y)},
+          {nearest_logical(low_x - more_x), nearest_logical(low_y - more_y),
+           nearest_logical(high_x + more_x), nearest_logical(high_y + more_y)}};
 }
 
 }  // namespace dlview

@@ -34,10 +34,11 @@ struct View {
                                     const std::optional<importers::Extent>& window,
                                     const PictureSize& size, View& view);
 
-/// The two rectangles of the bounded draw forms, both logical.
+/// What is to be drawn: the two rectangles of the bounded draw forms, both logical.
 struct Region {
   DL::BoundsTemplate<long> inner;  ///< nothing inside needs clipping
   DL::BoundsTemplate<long> outer;  ///< nothing outside is seen
+  bool is_part = false;            ///< part of the drawing may lie outside
 };
 
 /// The region of what a list shows, for strokes that reach `reach` pixels

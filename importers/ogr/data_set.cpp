@@ -2,6 +2,7 @@
 
 #include <ogrsf_frmts.h>
 
+#include <algorithm>
 #include <string_view>
 
 namespace importers::ogr {
@@ -11,20 +12,17 @@ DataSet open(const std::string& path) {
   return DataSet(GDALDataset::Open(path.c_str(), flags));
 }
 
-std::vector<OGRLayer*> chosen_layers(GDALDataset& data_set, const ReadOptions& options,
-                                     std::string* missing) {
-  std::vector<OGRLayer*> layers;
+std::optional<std::string> choose_layers(GDALDataset& data_set, const ReadOptions& options,
+                                         std::vector<OGRLayer*>& layers) {
+  if (options.layers.empty()) {
+    for (OGRLayer* layer : data_set.GetLayers()) layers.push_back(layer);
+  }
   for (const std::string& name : options.layers) {
     OGRLayer* layer = data_set.GetLayerByName(name.c_str());
-    if (layer == nullptr) {
-      *missing = name;
-      return {};
-    }
-    layers.push_back(layer);
+    if (layer == nullptr) return name;
+    if (std::find(layers.begin(), layers.end(), layer) == layers.end()) layers.push_back(layer);
   }
-  if (!options.layers.empty()) return layers;
-  for (OGRLayer* layer : data_set.GetLayers()) layers.push_back(layer);
-  return layers;
+  return {};
 }
 
 std::string layer_names(GDALDataset& data_set) {

@@ -3,6 +3,7 @@
 #include <gdal_priv.h>
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -18,10 +19,11 @@ using DataSet = std::unique_ptr<GDALDataset, DataSetCloser>;
 /// The vector data of the file; null when it cannot be opened.
 DataSet open(const std::string& path);
 
-/// The layers that the options name, in their order, or all. When there is no
-/// layer of a name, `*missing` is that name.
-std::vector<OGRLayer*> chosen_layers(GDALDataset& data_set, const ReadOptions& options,
-                                     std::string* missing);
+/// Adds the layers that the options name, each once, in their order, or all of
+/// them when none is named. Returns a name that no layer has, if there is one.
+[[nodiscard]] std::optional<std::string> choose_layers(GDALDataset& data_set,
+                                                       const ReadOptions& options,
+                                                       std::vector<OGRLayer*>& layers);
 
 /// The names of all layers, for people: "'roads', 'rivers'".
 std::string layer_names(GDALDataset& data_set);

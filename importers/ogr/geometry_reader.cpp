@@ -66,7 +66,8 @@ void GeometryReader::add_polygon(const OGRPolygon& polygon) {
       m_sketch.add_ring(vertices);
       continue;
     }
-    for (const sphere::Vertices& piece : sphere::ring_on_map(vertices)) m_sketch.add_ring(piece);
+    const sphere::Rings rings = sphere::ring_on_map(vertices);
+    for (const sphere::Vertices& piece : rings.pieces) m_sketch.add_ring(piece, rings.is_cut);
   }
   m_sketch.end_area();
 }

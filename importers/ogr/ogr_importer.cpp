@@ -99,11 +99,11 @@ std::string OgrImporter::read(const std::string& path, const ReadOptions& option
   const DataSet data_set = open(path);
   if (data_set == nullptr) return broken(path, errors);
 
-  std::string missing;
-  const std::vector<OGRLayer*> layers = chosen_layers(*data_set, options, &missing);
-  if (!missing.empty()) {
+  std::vector<OGRLayer*> layers;
+  const std::optional<std::string> missing = choose_layers(*data_set, options, layers);
+  if (missing) {
     return failure(path,
-                   "it has no layer '" + missing + "'; choose from " + layer_names(*data_set));
+                   "it has no layer '" + *missing + "'; choose from " + layer_names(*data_set));
   }
   Sketch sketch;
   ProgressTeller progress(options, layers);

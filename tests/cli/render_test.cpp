@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <set>
 
@@ -178,6 +179,72 @@ TEST_F(Render, TakesColorsAndWidths) {
   EXPECT_EQ(picture.pixel(50, 40).word, 0x00102030U);
 }
 
+/// Whether the pixels around (x, y) that differ from the background are a
+/// square of this side.
+testing::AssertionResult is_square(const lumen::Picture& picture, int x, int y, int side) {
+  int count = 0;
+  int low_x = x, high_x = x, low_y = y, high_y = y;
+  for (int row = y - 2 * side; row <= y + 2 * side; ++row) {
+    for (int column = x - 2 * side; column <= x + 2 * side; ++column) {
+      if (picture.pixel(column, row).word == paper) continue;
+      ++count;
+      low_x = std::min(low_x, column);
+      high_x = std::max(high_x, column);
+      low_y = std::min(low_y, row);
+      high_y = std::max(high_y, row);
+    }
+  }
+  const int width = high_x - low_x + 1;
+  const int height = high_y - low_y + 1;
+  if (width == side && height == side && count == side * side) return testing::AssertionSuccess();
+  return testing::AssertionFailure() << count << " pixels in " << width << 'x' << height;
+}
+
+/// A line along the lower border and one that is smaller than a pixel.
+const std::string long_and_tiny =
+    geojson::collection({geojson::geometry("LineString", "[[-50,-45],[50,-45]]"),
+                         geojson::geometry("LineString", "[[0,0],[0.001,0.001]]")});
+
+TEST_F(Render, KeepsTheLineWidthOfLinesThatAreSmallerThanAPixel) {
+  const std::string lines = folder.write("a.geojson", long_and_tiny);
+  for (const int width : {1, 2, 3, 7, 8}) {
+    SCOPED_TRACE(width);
+    const lumen::Picture picture =
+        render({lines, "--window", "-50", "-50", "50", "50", "--size", "101x101", "--line-width",
+                std::to_string(width), "--aliased"});
+    EXPECT_TRUE(is_square(picture, 50, 50, width));
+  }
+}
+
+TEST_F(Render, DrawsPointsAsSquaresOfTheirSize) {
+  const std::string point = folder.write("a.geojson", geojson::geometry("Point", "[5,5]"));
+  for (const int size : {1, 2, 5, 8}) {
+    SCOPED_TRACE(size);
+    const lumen::Picture picture =
+        render({point, "--size", "101x101", "--point-size", std::to_string(size), "--aliased"});
+    EXPECT_TRUE(is_square(picture, 50, 50, size));
+  }
+}
+
+TEST_F(Render, DrawsALayerOnceThatIsChosenTwice) {
+  render({world, "--stats", "--size", "200x100", "--layer", "land"});
+  const int once = std::stoi(printed);
+  render({world, "--stats", "--size", "200x100", "--layer", "land", "--layer", "land"});
+  EXPECT_EQ(std::stoi(printed), once);
+}
+
+TEST_F(Render, DrawsOutlinesAlongTheBorderOfTheMap) {
+  const std::string globe = folder.write(
+      "a.geojson",
+      geojson::geometry("Polygon", "[[[-180,-90],[180,-90],[180,90],[-180,90],[-180,-90]]]"));
+  const lumen::Picture picture =
+      render({globe, "--no-fill", "--window", "-200", "-100", "200", "100", "--size", "401x201"});
+  EXPECT_NE(picture.pixel(20, 100).word, paper);
+  EXPECT_NE(picture.pixel(380, 100).word, paper);
+  EXPECT_NE(picture.pixel(200, 10).word, paper);
+  EXPECT_NE(picture.pixel(200, 190).word, paper);
+}
+
 TEST_F(Render, DrawsOutlinesOnlyWithoutFill) {
   std::vector<std::string> arguments = tenths;
   arguments.push_back("--no-fill");
@@ -230,6 +297,27 @@ TEST_F(Render, PrintsOneLineOfStatistics) {
   EXPECT_THAT(printed, HasSubstr(" of " + std::to_string(all) + " drawables"));
 }
 
+TEST_F(Render, LeavesOutWhatTheWindowDoesNotMeetInEveryFormButUnclipped) {
+  for (const char* form : {"unclipped", "bounded", "circled", "complex"}) {
+    SCOPED_TRACE(form);
+    render({world, "--stats", "--size", "400x200", "--form", form});
+    const int all = std::stoi(printed);
+    render(
+        {world, "--stats", "--size", "400x200", "--form", form, "--window", "5", "45", "10", "48"});
+    if (std::string(form) == "unclipped") {
+      EXPECT_EQ(std::stoi(printed), all);
+    } else {
+      EXPECT_LT(std::stoi(printed), all);
+      EXPECT_GT(std::stoi(printed), 0);
+    }
+  }
+}
+
+TEST_F(Render, TakesTheInputBeforeAndAfterTheOptions) {
+  render({"--window", "-10", "-10", "10", "10", "--layer", "land", world, "--size", "40x30"});
+  render({world, "--layer", "land", "--window", "-10", "-10", "10", "10", "--size", "40x30"});
+}
+
 TEST_F(Render, IsSilentWithoutStatistics) {
   render({island, "--size", "40x30"});
   EXPECT_EQ(printed, "");
@@ -240,12 +328,17 @@ TEST(Help, MentionsEveryOption) {
   EXPECT_EQ(general.status, 0);
   EXPECT_THAT(general.out, HasSubstr("render"));
   EXPECT_THAT(general.out, HasSubstr("Exit status"));
+  EXPECT_EQ(general.err, "");
+  const DlviewRun version({"--version"});
+  EXPECT_EQ(version.status, 0);
+  EXPECT_THAT(version.out, testing::StartsWith("dlview "));
   const DlviewRun render({"render", "--help"});
   EXPECT_EQ(render.status, 0);
   for (const char* word :
        {"INPUT", "--output", "-o", "--size", "--window", "--background", "--line-width",
         "--line-color", "--point-size", "--no-fill", "--layer", "--form", "--stats", "--aliased",
-        "--skip-unusable", "unclipped|bounded|circled|complex", "#RRGGBB", "groups visited"}) {
+        "--skip-unusable", "unclipped|bounded|circled|complex", "#RRGGBB", "groups visited",
+        "at most 268 million"}) {
     EXPECT_THAT(render.out, HasSubstr(word));
   }
 }

@@ -52,6 +52,13 @@ TEST(Mapping, SaturatesFarOutside) {
   EXPECT_EQ(mapping.to_logical(1e6, -1e6), (Point{INT32_MAX, INT32_MIN}));
 }
 
+TEST(NearestLogical, RoundsAndSaturates) {
+  EXPECT_EQ(importers::nearest_logical(2.6), 3);
+  EXPECT_EQ(importers::nearest_logical(-2.6), -3);
+  EXPECT_EQ(importers::nearest_logical(3e9), INT32_MAX);
+  EXPECT_EQ(importers::nearest_logical(-1e300), INT32_MIN);
+}
+
 TEST(Extent, IsEmptyUntilItIsWidened) {
   Extent extent;
   EXPECT_TRUE(extent.is_empty());

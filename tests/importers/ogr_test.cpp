@@ -222,12 +222,22 @@ TEST_F(OgrImporter, ReadsChosenLayersInTheirOrder) {
   EXPECT_THAT(RecordedDrawing(path, options).drawing.layers, ElementsAre("fine", "coarse"));
 }
 
+TEST_F(OgrImporter, ReadsALayerOnceThatIsChosenTwice) {
+  ReadOptions options;
+  options.layers = {"fine", "coarse", "fine"};
+  const RecordedDrawing read(folder.write("a.json", two_layers), options);
+  EXPECT_THAT(read.drawing.layers, ElementsAre("fine", "coarse"));
+  EXPECT_EQ(read.drawing.drawables, 4U);
+}
+
 TEST_F(OgrImporter, NamesTheLayersWhenOneIsMissing) {
   ReadOptions options;
   options.layers = {"finest"};
   const std::string path = folder.write("a.json", two_layers);
   EXPECT_THAT(RecordedDrawing(path, options).problem,
               AllOf(HasSubstr(path), HasSubstr("'finest'"), HasSubstr("'fine', 'coarse'")));
+  options.layers = {""};
+  EXPECT_THAT(RecordedDrawing(path, options).problem, HasSubstr("no layer ''"));
 }
 
 TEST_F(OgrImporter, TellsWhatIsAMap) {
@@ -274,6 +284,46 @@ TEST_F(OgrImporter, CutsTheWorldAtTheAntimeridian) {
       EXPECT_LT(std::abs(static_cast<double>(each[i].x) - each[i - 1].x), half / 4.0);
     }
   }
+}
+
+std::size_t edge_count(const std::vector<std::vector<LM_DCI_Point>>& lines) {
+  std::size_t edges = 0;
+  for (const std::vector<LM_DCI_Point>& each : lines) edges += each.size() - 1;
+  return edges;
+}
+
+TEST_F(OgrImporter, KeepsOutlinesAlongTheBorderOfTheMap) {
+  const std::string globe =
+      geometry("Polygon", "[[[-180,-90],[180,-90],[180,90],[-180,90],[-180,-90]]]");
+  const RecordedDrawing whole(folder.write("globe.geojson", collection({globe})));
+  EXPECT_EQ(edge_count(whole.points_of("polyline")), 4U);
+  const std::string east = geometry("Polygon", "[[[170,0],[180,0],[180,10],[170,10],[170,0]]]");
+  const RecordedDrawing plan(folder.write("east.geojson", collection({east})));
+  EXPECT_EQ(edge_count(plan.points_of("polyline")), 4U);
+}
+
+/// TopoJSON of a single ring.
+std::string topology(const std::string& ring) {
+  return R"({"type":"Topology","arcs":[)" + ring + R"(],"objects":{"a":{"type":
+    "GeometryCollection","geometries":[{"type":"Polygon","arcs":[[0]]}]}}})";
+}
+
+TEST_F(OgrImporter, LeavesOutTheEdgesAlongWhichItCut) {
+  const RecordedDrawing cut(
+      folder.write("cut.json", topology("[[170,0],[-170,0],[-170,10],[170,10],[170,0]]")));
+  ASSERT_EQ(cut.problem, "");
+  EXPECT_EQ(cut.points_of("polygon").size(), 1U);
+  EXPECT_EQ(edge_count(cut.points_of("polyline")), 6U);
+  const RecordedDrawing own(
+      folder.write("own.json", topology("[[170,0],[180,0],[180,10],[170,10],[170,0]]")));
+  EXPECT_EQ(edge_count(own.points_of("polyline")), 4U);
+}
+
+TEST_F(OgrImporter, KeepsAnOutlineThatHasOnlyEdgesAlongTheCut) {
+  const RecordedDrawing read(
+      folder.write("pole.json", topology("[[-120,90],[0,90],[120,90],[-120,90]]")));
+  ASSERT_EQ(read.problem, "");
+  EXPECT_GT(edge_count(read.points_of("polyline")), 0U);
 }
 
 }  // namespace

@@ -12,6 +12,7 @@ using importers::Vertex;
 using importers::sphere::is_seam;
 using importers::sphere::line_on_map;
 using importers::sphere::ring_on_map;
+using importers::sphere::Rings;
 using importers::sphere::Vertices;
 using testing::ElementsAre;
 using testing::UnorderedElementsAre;
@@ -33,17 +34,19 @@ double area(const std::vector<Vertices>& rings) {
 
 TEST(RingOnMap, LeavesAnOrdinaryRingAlone) {
   const Vertices ring{{0, 0}, {10, 0}, {10, 10}};
-  EXPECT_THAT(ring_on_map(ring), ElementsAre(ring));
+  const Rings rings = ring_on_map(ring);
+  EXPECT_THAT(rings.pieces, ElementsAre(ring));
+  EXPECT_FALSE(rings.is_cut);
 }
 
 TEST(RingOnMap, DropsTheClosingVertex) {
   const Vertices ring{{0, 0}, {10, 0}, {10, 10}, {0, 0}};
-  EXPECT_THAT(ring_on_map(ring), ElementsAre(Vertices{{0, 0}, {10, 0}, {10, 10}}));
+  EXPECT_THAT(ring_on_map(ring).pieces, ElementsAre(Vertices{{0, 0}, {10, 0}, {10, 10}}));
 }
 
 TEST(RingOnMap, CutsASquareAtTheAntimeridian) {
   const Vertices square{{170, 0}, {-170, 0}, {-170, 10}, {170, 10}};
-  const std::vector<Vertices> pieces = ring_on_map(square);
+  const std::vector<Vertices> pieces = ring_on_map(square).pieces;
   ASSERT_EQ(pieces.size(), 2U);
   EXPECT_THAT(pieces[0], UnorderedElementsAre(Vertex{170, 0}, Vertex{180, 0}, Vertex{180, 10},
                                               Vertex{170, 10}));
@@ -53,14 +56,14 @@ TEST(RingOnMap, CutsASquareAtTheAntimeridian) {
 
 TEST(RingOnMap, KeepsTheAreaOfASquareThatStartsInTheWest) {
   const Vertices square{{-170, 0}, {-170, 10}, {170, 10}, {170, 0}};
-  const std::vector<Vertices> pieces = ring_on_map(square);
+  const std::vector<Vertices> pieces = ring_on_map(square).pieces;
   EXPECT_EQ(pieces.size(), 2U);
   EXPECT_DOUBLE_EQ(area(pieces), 200.0);
 }
 
 TEST(RingOnMap, ClosesARingAroundTheSouthPole) {
   const Vertices coast{{-120, -70}, {0, -70}, {120, -70}};
-  const std::vector<Vertices> pieces = ring_on_map(coast);
+  const std::vector<Vertices> pieces = ring_on_map(coast).pieces;
   EXPECT_DOUBLE_EQ(area(pieces), 360.0 * 20.0);
   for (const Vertices& piece : pieces) {
     for (const Vertex& v : piece) {
@@ -72,15 +75,24 @@ TEST(RingOnMap, ClosesARingAroundTheSouthPole) {
 
 TEST(RingOnMap, ClosesARingAroundTheNorthPoleGoingWest) {
   const Vertices coast{{120, 80}, {0, 80}, {-120, 80}};
-  EXPECT_DOUBLE_EQ(area(ring_on_map(coast)), 360.0 * 10.0);
+  EXPECT_DOUBLE_EQ(area(ring_on_map(coast).pieces), 360.0 * 10.0);
+}
+
+TEST(RingOnMap, TellsWhatWasCut) {
+  EXPECT_TRUE(ring_on_map(Vertices{{170, 0}, {-170, 0}, {-170, 10}, {170, 10}}).is_cut);
+  EXPECT_TRUE(ring_on_map(Vertices{{-120, -70}, {0, -70}, {120, -70}}).is_cut);
+  EXPECT_TRUE(ring_on_map(Vertices{{180, -70}, {60, -70}, {-60, -70}}).is_cut)
+      << "around a pole and yet in one piece";
+  EXPECT_FALSE(ring_on_map(Vertices{{180, 0}, {180, 10}, {170, 10}}).is_cut)
+      << "an edge of its own on the border";
 }
 
 TEST(RingOnMap, GivesBackWhatIsNotInDegrees) {
   const double nan = std::numeric_limits<double>::quiet_NaN();
   const double infinity = std::numeric_limits<double>::infinity();
-  EXPECT_EQ(ring_on_map(Vertices{{0, 0}, {500000, 0}, {0, 500000}})[0].size(), 3U);
-  EXPECT_EQ(ring_on_map(Vertices{{0, 0}, {nan, 0}, {170, 0}, {-170, 0}})[0].size(), 4U);
-  EXPECT_EQ(ring_on_map(Vertices{{0, 0}, {infinity, 0}, {0, 1}})[0].size(), 3U);
+  EXPECT_EQ(ring_on_map(Vertices{{0, 0}, {500000, 0}, {0, 500000}}).pieces[0].size(), 3U);
+  EXPECT_EQ(ring_on_map(Vertices{{0, 0}, {nan, 0}, {170, 0}, {-170, 0}}).pieces[0].size(), 4U);
+  EXPECT_EQ(ring_on_map(Vertices{{0, 0}, {infinity, 0}, {0, 1}}).pieces[0].size(), 3U);
 }
 
 TEST(LineOnMap, BreaksAtTheAntimeridianInBothDirections) {
