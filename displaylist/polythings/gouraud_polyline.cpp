@@ -1,12 +1,9 @@
 #include "displaylist/core/array_p.h"
-#include "displaylist/core/device_buffer_p.h"
-#include "displaylist/core/display_list.h"
-#include "displaylist/core/transform_p.h"
 #include "displaylist/drawables/dump_p.h"
 #include "displaylist/drawables/search.h"
 #include "displaylist/drawables/variants.h"
 #include "displaylist/polythings/copy_p.h"
-#include "displaylist/polythings/inside_p.h"
+#include "displaylist/polythings/draw_points_p.h"
 #include "displaylist/polythings/polyline.h"
 
 namespace DL {
@@ -41,14 +38,9 @@ void DLGouraudPolyline::draw_clipped(DisplayList& list) {
 }
 
 void DLGouraudPolyline::draw_gouraud(DisplayList& list, bool clip) {
-  if (count < 1) return;
-  DeviceBuffer<0> buffer(count);
-  LM_DCI_Point* device = buffer.points();
-  transform::all_with_rotation(list, points, count, device);
   const LM_Device_Actions& actions = list.m_pRenderer->actions;
-  const bool inside = !clip && all_inside(list.m_rendition.clip_rectangle(), device, count);
-  (inside ? actions.gouraud_polyline_unclipped : actions.gouraud_polyline_clipped)(
-      rendition(list), count, device, colors);
+  draw_points(*this, list, clip, actions.gouraud_polyline_unclipped,
+              actions.gouraud_polyline_clipped, colors);
 }
 
 bool DLGouraudPolyline::remove(Search& search) {

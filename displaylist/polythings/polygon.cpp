@@ -1,13 +1,10 @@
 #include "displaylist/polythings/polygon.h"
 
-#include "displaylist/core/device_buffer_p.h"
-#include "displaylist/core/display_list.h"
-#include "displaylist/core/transform_p.h"
 #include "displaylist/drawables/dump_p.h"
 #include "displaylist/drawables/search.h"
 #include "displaylist/drawables/variants.h"
 #include "displaylist/polythings/copy_p.h"
-#include "displaylist/polythings/inside_p.h"
+#include "displaylist/polythings/draw_points_p.h"
 
 namespace DL {
 
@@ -34,13 +31,8 @@ void DLPolygon::draw_clipped(DisplayList& list) {
 }
 
 void DLPolygon::draw(DisplayList& list, bool clip) {
-  if (count < 1) return;
-  DeviceBuffer<0> buffer(count);
-  LM_DCI_Point* device = buffer.points();
-  transform::all_with_rotation(list, points, count, device);
   const LM_Device_Actions& actions = list.m_pRenderer->actions;
-  const bool inside = !clip && all_inside(list.m_rendition.clip_rectangle(), device, count);
-  (inside ? actions.polygon_unclipped : actions.polygon_clipped)(rendition(list), count, device, 0);
+  draw_points(*this, list, clip, actions.polygon_unclipped, actions.polygon_clipped, 0);
 }
 
 bool DLPolygon::remove(Search& search) {
