@@ -5,6 +5,7 @@
 #include "tests/support/point_printing.h"
 #include "tests/support/probe_scene.h"
 #include "tests/support/tree_walk.h"
+#include "tests/support/two_leaves.h"
 
 namespace {
 
@@ -12,19 +13,6 @@ using DL::BottomGroup;
 using DL::Group;
 using DL::OpenBottomGroup;
 using Bounds = DL::BoundsTemplate<long>;
-
-constexpr Bounds kFirst{10, 10, 20, 20};
-constexpr Bounds kLeft{-20, 10, -10, 20};
-
-/// A root with a closed leaf (probe 1, right) and an open one (probe 2, left).
-struct TwoLeaves : ProbeScene {
-  TwoLeaves() : ProbeScene(1, 5) {
-    add(kFirst, 2);
-    add(kLeft, 4);
-  }
-  Group& closed() { return *child(root(), 0); }
-  Group& open() { return *child(root(), 1); }
-};
 
 TEST(Cell, OfEachLevelIsAnAlignedPowerOfTwoSquare) {
   const Bounds point{5, -5, 5, -5};

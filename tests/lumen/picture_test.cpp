@@ -175,12 +175,13 @@ void die_while_writing(const std::string& path) {
   std::ignore = write_png(large_picture(), path);
 }
 
-TEST(PngFile, AKilledProcessLeavesNothing) {
+TEST(PngFile, AKilledProcessLeavesNoPicture) {
   const Directory directory;
-  if (!can_make_unnamed_files(directory.file("."))) GTEST_SKIP() << "no unnamed files here";
   EXPECT_EXIT(die_while_writing(directory.file("killed.png")), testing::KilledBySignal(SIGXFSZ),
               "");
-  EXPECT_EQ(directory.file_count(), 0);
+  EXPECT_FALSE(std::filesystem::exists(directory.file("killed.png")));
+  // Only where the system has no files without a name, one with a name stays.
+  EXPECT_EQ(directory.file_count(), can_make_unnamed_files(directory.file(".")) ? 0 : 1);
 }
 
 TEST(PngFile, ANameWithoutFolderIsInTheCurrentOne) {
