@@ -37,6 +37,9 @@ void append_state(std::string& line, const RecordedCall& call) {
     line += " ends=" + std::to_string(style.start_style) + "," + std::to_string(style.end_style);
   }
   if (call.edge_mode != 0) line += " edge_mode=" + std::to_string(call.edge_mode);
+  if (call.marker != LM_Marker{}) {
+    line += " marker=" + std::to_string(call.marker.shape) + "," + std::to_string(call.marker.size);
+  }
   if (call.has_complex_clip) line += " complex_clip";
 }
 

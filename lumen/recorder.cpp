@@ -38,6 +38,7 @@ RecordedCall& Recorder::add(const char* action, const LM_Rendition* rendition) {
   call.clip_rectangle = rendition->clip_rectangle();
   call.line_style = rendition->line_style();
   call.edge_mode = rendition->edge_mode();
+  call.marker = rendition->marker();
   call.has_complex_clip = static_cast<bool>(rendition->complex_clip());
   if (const auto selector = rendition->selector_data()) {
     call.selection_key = selector->key();

@@ -20,6 +20,7 @@ struct RecordedCall {
   LM_Clip_Rectangle clip_rectangle;
   LM_Line_Style line_style;
   std::uint32_t edge_mode = 0;
+  LM_Marker marker;
   bool has_complex_clip = false;
   const void* selection_key = nullptr;
   std::int32_t selection_index = 0;

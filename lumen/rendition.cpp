@@ -52,6 +52,17 @@ void LM_Rendition::set_edge_mode(std::uint32_t mode) {
   if (mode != edge_mode()) writable().edge_mode = mode;
 }
 
+void LM_Rendition::set_marker(const LM_Marker& marker) {
+  if (marker == m_data->marker) return;
+  const LM_Marker copy = marker;  // as with the clip rectangle
+  writable().marker = copy;
+}
+
+void LM_Rendition::set_texture_pages(LM_Handle<const LM_Texture_Pages> pages) {
+  if (pages == m_data->texture_pages) return;
+  writable().texture_pages = std::move(pages);
+}
+
 void LM_Rendition::set_complex_clip(LM_Contour_Set clip, bool invalidate_hard) {
   const bool invalidates = invalidate_hard && m_data->hard_complex_clip_validated;
   if (clip == m_data->complex_clip && !invalidates) return;

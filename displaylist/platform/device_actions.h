@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bit>
 #include <cstdint>
 
 #include "displaylist/platform/points.h"
@@ -7,9 +8,25 @@
 class LM_Image;
 class LM_Rendition;
 
-/// Three 32-bit values of a vertex of a textured strip.
+/// Where a vertex of a textured strip lies on a texture: u, v and the page.
+/// u and v are the bits of floats, 0 at the left and upper edge of the page, 1
+/// at the right and lower one; the page is a number of the rendition's
+/// LM_Texture_Pages.
 struct LM_Vertex_Triple {
   std::uint32_t values[3];
+
+  static LM_Vertex_Triple at(float u, float v, std::uint32_t page) {
+    return {{std::bit_cast<std::uint32_t>(u), std::bit_cast<std::uint32_t>(v), page}};
+  }
+  [[nodiscard]] float u() const { return std::bit_cast<float>(values[0]); }
+  [[nodiscard]] float v() const { return std::bit_cast<float>(values[1]); }
+  [[nodiscard]] std::uint32_t page() const { return values[2]; }
+};
+
+/// What lies beyond the edges of a texture page.
+enum LM_Texture_Wrap : std::int32_t {
+  LM_TEXTURE_CLAMP = 0,   ///< the texels of the edge
+  LM_TEXTURE_REPEAT = 1,  ///< the page again
 };
 
 /// One entry of a renderer's action table: a function and the context word
@@ -29,23 +46,54 @@ struct LM_Device_Action {
   }
 };
 
+/// One device pixel; in a colour of its own, or in the rendition's where null.
 using LM_Dot_Action = LM_Device_Action<const LM_DCI_Point*, const LM_RGB32*>;
+/// Polylines are stroked in the rendition's line style. Strips fill the
+/// triangles (p0, p1, p2), (p1, p2, p3), ... Markers stand at each point, as the
+/// rendition has them.
 using LM_Points_Action = LM_Device_Action<std::int32_t, const LM_DCI_Point*>;
+/// A polygon filled by the even-odd rule, the last point joined to the first;
+/// the number after the points is 0.
 using LM_Polygon_Action = LM_Device_Action<std::int32_t, const LM_DCI_Point*, std::int32_t>;
+/// The same as LM_Points_Action with a colour for each vertex, which is
+/// interpolated between the vertices; the rendition's colour is not used.
 using LM_Colored_Points_Action =
     LM_Device_Action<std::int32_t, const LM_DCI_Point*, const LM_RGB32*>;
-/// Per vertex: colour, triple, value (or null), second triple (or null); the
-/// number between them is 1.
+/// A strip covered with textures. For each vertex: a ground colour; the place
+/// on a texture page; a modulation, or null; the place on a second page, or
+/// null. The number is an LM_Texture_Wrap.
+///
+/// All of them are interpolated over each triangle, but the pages, which are
+/// those of its first vertex. A pixel gets the ground colour, over it the
+/// first texel, over that the second, each as transparent as it is. The
+/// modulation is an LM_RGB32 word: red, green, blue and opacity of the first
+/// texel are multiplied by its red, green, blue and opacity, of 255. A page
+/// that is missing covers nothing.
 using LM_Textured_Strip_Action =
     LM_Device_Action<std::int32_t, const LM_DCI_Point*, const LM_RGB32*, const LM_Vertex_Triple*,
                      std::int32_t, const std::uint32_t*, const LM_Vertex_Triple*>;
-/// The device corner of the image and the cell that holds the shared image.
+/// An image at its own size, a device pixel for each of its own: the device
+/// point is that of its left upper pixel. The cell holds the shared image and
+/// may hold null.
 using LM_Image_Action = LM_Device_Action<const LM_DCI_Point*, LM_Image* const*>;
-/// Centre; radii (x the first, y the second); start, end and rotation in
-/// radians; fill colour or null.
+/// Part of an ellipse: centre; radii (x the first, y the second); start, end
+/// and rotation in radians; a fill colour or null. The point at angle t is
+///
+///     x = center.x + radii.x cos t cos rotation - radii.y sin t sin rotation
+///     y = center.y + radii.x cos t sin rotation + radii.y sin t cos rotation
+///
+/// and t runs from start up to end, through 2 pi where end is below start; from
+/// a difference of 2 pi - 0.01 on it is the whole ellipse. Radii of 0 flatten
+/// it to a line or a dot. Negative radii and angles that are not finite draw
+/// nothing.
+///
+/// elliptical_arc strokes the arc in the rendition's line style and colour; a
+/// fill colour first fills the area between the arc and its chord.
+/// elliptical_arc_colored fills, without a stroke, the area between the arc and
+/// the centre in the fill colour, or where null in the rendition's.
 using LM_Arc_Action = LM_Device_Action<const LM_DCI_Point*, const LM_DCI_Point*, float, float,
                                        float, const LM_RGB32*>;
-/// The same arguments, angles in double precision.
+/// The area of elliptical_arc_colored, angles in double precision.
 using LM_Area_Action = LM_Device_Action<const LM_DCI_Point*, const LM_DCI_Point*, double, double,
                                         double, const LM_RGB32*>;
 

@@ -22,6 +22,15 @@ struct LM_Point {
 };
 static_assert(sizeof(LM_Point) == 12);
 
+/// A direction in fractional units. z is not looked at.
+struct LM_Vector {
+  float x;
+  float y;
+  float z;
+
+  friend bool operator==(const LM_Vector&, const LM_Vector&) = default;
+};
+
 /// A colour as one word, copied whole. The display list never looks inside;
 /// the default renderer reads 0xTTRRGGBB, where TT is the transparency
 /// (0 opaque, 0xFF invisible).

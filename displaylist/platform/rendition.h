@@ -6,7 +6,9 @@
 #include "displaylist/platform/contour_set.h"
 #include "displaylist/platform/counted.h"
 #include "displaylist/platform/export.h"
+#include "displaylist/platform/marker.h"
 #include "displaylist/platform/points.h"
+#include "displaylist/platform/texture_pages.h"
 
 /// How a stroke ends; the two ends of a line style carry one value each.
 /// A value outside the enumeration draws as `flat`.
@@ -72,6 +74,8 @@ struct LM_Rendition_Data : LM_Counted {
   LM_Contour_Set hard_complex_clip;
   bool hard_complex_clip_validated = false;
   std::uint32_t edge_mode = 0;
+  LM_Marker marker;
+  LM_Handle<const LM_Texture_Pages> texture_pages;
   LM_Handle<LM_Selector_Data> selector_data;
   LM_Handle<LM_Text_Attributes> text_attributes;
   std::uint64_t change_serial = 0;
@@ -113,6 +117,15 @@ class LUMEN_API LM_Rendition {
 
   [[nodiscard]] std::uint32_t edge_mode() const { return m_data->edge_mode; }
   void set_edge_mode(std::uint32_t mode);
+
+  [[nodiscard]] const LM_Marker& marker() const { return m_data->marker; }
+  void set_marker(const LM_Marker& marker);
+
+  /// What textured strips are covered with; null for nothing.
+  [[nodiscard]] const LM_Texture_Pages* texture_pages() const {
+    return m_data->texture_pages.get();
+  }
+  void set_texture_pages(LM_Handle<const LM_Texture_Pages> pages);
 
   /// The complex clip in device units, inside which alone is drawn; null for none.
   [[nodiscard]] LM_Contour_Set complex_clip() const { return m_data->complex_clip; }
