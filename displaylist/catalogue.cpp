@@ -28,6 +28,18 @@ Drawable* construct_built_in(std::uint32_t class_tag, LumenHeap* heap) {
   }
 }
 
+Drawable* standard_factory(void*, int class_tag) {
+  switch (static_cast<std::uint32_t>(class_tag)) {
+#define DL_CONSTRUCT(Class, value) \
+  case value:                      \
+    return new Class(class_change::kUnfilled);
+    DL_FACTORY_CLASSES(DL_CONSTRUCT)
+#undef DL_CONSTRUCT
+    default:
+      return nullptr;
+  }
+}
+
 bool is_built_in(std::uint32_t class_tag) {
   switch (class_tag) {
 #define DL_CASE(Class, value) case value:

@@ -3,7 +3,30 @@
 /// The one place that sees every drawable class of the library.
 #include "displaylist/drawables/dot.h"
 #include "displaylist/drawables/drawable_junk.h"
+#include "displaylist/drawables/image.h"
 #include "displaylist/drawables/manifest.h"
+#include "displaylist/drawables/polydot.h"
 #include "displaylist/drawables/variants.h"
+#include "displaylist/platform/export.h"
+#include "displaylist/polythings/colorized_ellipse.h"
+#include "displaylist/polythings/ellipse.h"
+#include "displaylist/polythings/elliptical_arc.h"
+#include "displaylist/polythings/elliptical_pie.h"
+#include "displaylist/polythings/gouraud_polytriangle.h"
 #include "displaylist/polythings/polygon.h"
 #include "displaylist/polythings/polyline.h"
+#include "displaylist/polythings/polymarker.h"
+#include "displaylist/polythings/polysegment.h"
+#include "displaylist/polythings/polytriangle.h"
+#include "displaylist/polythings/row_of_dots.h"
+#include "displaylist/polythings/textured_polytriangle.h"
+
+namespace DL {
+
+/// A factory for DisplayList::m_pfnCreateDrawable: constructs the library's
+/// classes that streams hold and readers leave to the client, on the default
+/// heap. Null for any other tag or when memory is exhausted, so that a client's
+/// own factory can ask it first. The context is not looked at.
+DISPLAYLIST_API Drawable* standard_factory(void* context, int tag);
+
+}  // namespace DL

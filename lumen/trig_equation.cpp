@@ -19,12 +19,6 @@ double in_first_turn(double angle) {
 
 int solveTrigEquation(double a, double b, double c, double tolerance, double roots[2]) {
   if (!std::isfinite(a) || !std::isfinite(b) || !std::isfinite(c)) return 0;
-  const double largest = std::max({std::abs(a), std::abs(b), std::abs(c)});
-  if (largest == 0.0) return kEveryAngle;
-  // Scaled to 1, so that nothing overflows and the tolerance is relative.
-  a /= largest;
-  b /= largest;
-  c /= largest;
   const double radius = std::hypot(a, b);
   if (radius <= tolerance) return std::abs(c) <= tolerance ? kEveryAngle : 0;
   const double middle = std::atan2(b, a);

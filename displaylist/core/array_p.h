@@ -21,12 +21,13 @@ template <class T>
   return static_cast<T*>(LD_AllocateMemory(bytes, heap));
 }
 
-/// A copy of `count` elements of `source`; of none when `source` is null or
-/// `count` below 1. Null when there is no memory.
+/// A copy of `count` elements of `source`, of none when `count` is below 1. Null
+/// when there is no memory, or no source to take elements from.
 template <class T>
 [[nodiscard]] T* copy_array(const T* source, std::int32_t count, LumenHeap* heap) {
+  if (source == nullptr && count > 0) return nullptr;
   T* copy = allocate_array<T>(count, heap);
-  if (copy != nullptr && source != nullptr && count > 0) std::copy_n(source, count, copy);
+  if (copy != nullptr && count > 0) std::copy_n(source, count, copy);
   return copy;
 }
 

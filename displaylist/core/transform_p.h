@@ -94,8 +94,8 @@ inline void all_with_rotation(const DisplayList& list, const PointTemplate<long>
 }
 
 /// Keeps a point only where it differs from the last one kept. Returns how many
-/// are kept. `device` has room for `count` + 1: the place after the last kept
-/// point is written before it is known whether it stays.
+/// are kept. `device` has room for `count`: the place after the last kept point
+/// is written before it is known whether it stays.
 template <LM_DCI_Point (*Convert)(const DisplayList&, const PointTemplate<long>&)>
 std::int32_t distinct(const DisplayList& list, const PointTemplate<long>* points,
                       std::int32_t count, LM_DCI_Point* device) {
@@ -110,7 +110,7 @@ std::int32_t distinct(const DisplayList& list, const PointTemplate<long>* points
 }
 
 /// transform_point_with_rotation of at least one point, without repeated device
-/// points. `device` has room for `count` + 1 points.
+/// points. `device` has room for `count` points.
 inline std::int32_t distinct_with_rotation(const DisplayList& list,
                                            const PointTemplate<long>* points, std::int32_t count,
                                            LM_DCI_Point* device) {

@@ -22,7 +22,7 @@ void* Polything::_parent_type = nullptr;
 Polything::Polything(LM_RGB32 color, std::int32_t n, const PointTemplate<long>* source,
                      LumenHeap* heap)
     : Drawable(color), points(copy_array(source, n, heap)) {
-  if (points != nullptr && (source != nullptr || n < 1)) count = n;
+  if (points != nullptr) count = n;
 }
 
 Polything::~Polything() {
@@ -74,6 +74,20 @@ void Polything::count_memory(DisplayListDebug& statistics) const {
   constexpr std::uint32_t object_bytes = 48;
   constexpr std::uint32_t point_bytes = 8;
   dump_line::count(statistics, point_bytes * static_cast<std::uint32_t>(count) + object_bytes);
+}
+
+void Polything::dump_colored(std::ostream& os, int level, std::string_view label,
+                             DisplayListDebug& statistics) const {
+  dump_line::indent(os, level);
+  os << (is_palettized() ? "Palettized " : "") << label << ": level  " << level
+     << ", points = " << count;
+  if (is_palettized()) {
+    os << ", rendition = " << static_cast<const void*>(m_colorData.m_pRendition);
+  } else {
+    os << ", color = " << static_cast<std::int32_t>(m_colorData.m_color.word);
+  }
+  dump_line::end(os, this);
+  count_memory(statistics);
 }
 
 void Polything::dump(std::ostream& os, int level, DisplayListDebug& statistics) const {

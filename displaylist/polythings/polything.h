@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string_view>
 
 #include "displaylist/drawables/drawable.h"
 #include "displaylist/drawables/vector_iterator.h"
@@ -48,6 +49,10 @@ class DISPLAYLIST_API Polything : public Drawable {
   static Drawable* complete_or_null(Polything* copy);
 
   void count_memory(DisplayListDebug& statistics) const;
+  /// The dump line with the colour, or "Palettized" before the label and the
+  /// rendition.
+  void dump_colored(std::ostream& os, int level, std::string_view label,
+                    DisplayListDebug& statistics) const;
 
  private:
   void read_points(ZtFsStream& stream, std::int32_t wanted, LumenHeap* heap);

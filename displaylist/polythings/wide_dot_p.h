@@ -1,14 +1,21 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 
+#include "displaylist/core/wrapping_p.h"
 #include "displaylist/platform/device_actions.h"
 #include "displaylist/platform/rendition.h"
 
 namespace DL {
 
-inline std::int32_t wrapping_add(std::int32_t a, std::int32_t b) {
-  return static_cast<std::int32_t>(static_cast<std::uint32_t>(a) + static_cast<std::uint32_t>(b));
+/// The horizontal stroke that stands for a wide dot: from the first to the last
+/// of `weight` device units.
+inline std::array<LM_DCI_Point, 2> wide_dot_stroke(const LM_DCI_Point& point, std::int32_t weight) {
+  const std::int32_t half = (weight - 1) / 2;
+  const std::int32_t longer = weight % 2 == 0 ? 1 : 0;
+  return {{{wrapping_add(point.x, -half), point.y, 0},
+           {wrapping_add(point.x, half + longer), point.y, 0}}};
 }
 
 /// Draws a point as a horizontal stroke that covers exactly `weight` device
@@ -16,15 +23,10 @@ inline std::int32_t wrapping_add(std::int32_t a, std::int32_t b) {
 /// common, or -1 where they differed.
 inline void draw_wide_dot(const LM_Device_Actions& actions, LM_Rendition& rendition,
                           const LM_DCI_Point& point, std::int32_t weight) {
-  const std::int32_t half = (weight - 1) / 2;
-  const std::int32_t longer = weight % 2 == 0 ? 1 : 0;
-  const LM_DCI_Point stroke[2] = {
-      {wrapping_add(point.x, -half), point.y, 0},
-      {wrapping_add(point.x, half + longer), point.y, 0},
-  };
+  const std::array<LM_DCI_Point, 2> stroke = wide_dot_stroke(point, weight);
   const std::int32_t ends = rendition.line_style().common_end_style();
   rendition.set_end_styles(LM_END_FLAT);
-  actions.polyline_clipped(&rendition, 2, stroke);
+  actions.polyline_clipped(&rendition, 2, stroke.data());
   rendition.set_end_styles(ends);
 }
 

@@ -5,6 +5,7 @@
 #include <memory>
 #include <type_traits>
 
+#include "lumen/picture_image.h"
 #include "tests/support/recorded_list.h"
 
 /// One drawable of any class of the library, so that a test can run over all.
@@ -16,20 +17,51 @@ inline constexpr LM_RGB32 kVertexColors[] = {{0x11}, {0x22}, {0x33}, {0x44}};
 inline constexpr LM_RGB32 kColor{0x00123456};
 inline constexpr LM_RGB32 kOwnColor{0x00654321};
 
-/// Constructs a `Class`, a variant of `Base`, from its colour or rendition and
-/// arguments that suit the constructor of `Base`.
+inline const LM_Vertex_Triple kTriples[] = {
+    LM_Vertex_Triple::at(0.0F, 0.0F, 0), LM_Vertex_Triple::at(1.0F, 0.0F, 0),
+    LM_Vertex_Triple::at(0.0F, 1.0F, 0), LM_Vertex_Triple::at(1.0F, 1.0F, 0)};
+inline constexpr std::uint32_t kValues[] = {1, 2, 3, 4};
+inline constexpr LM_RGB32 kFill{0x00ABCDEF};
+
+/// Calls `make` with arguments that suit the constructor of `Base`, what comes
+/// after the colour.
+template <class Base, class Make>
+auto with_arguments(const Make& make) {
+  using DL::DisplayList;
+  using Point = LogicalPoint;
+  DisplayList* const no_list = nullptr;
+  if constexpr (std::is_same_v<Base, DL::DLTexturedPolytriangle>) {
+    return make(kPointCount, kPoints,
+                DL::DLTexturedPolytriangle::Vertices{kVertexColors, kTriples, kValues, kTriples});
+  } else if constexpr (std::is_same_v<Base, DL::DLImage>) {
+    const LM_Handle<LM_Image> image = LM_Create<lumen::PictureImage>(lumen::Picture(3, 2));
+    return make(LogicalBounds{10, 20, 30, 40}, image);
+  } else if constexpr (std::is_same_v<Base, DL::DLRowOfDots>) {
+    return make(kPoints[0], Point{5, 1}, 3);
+  } else if constexpr (std::is_same_v<Base, DL::DLEllipse>) {
+    return make(kPoints[0], 30, 20, 0.5F, no_list);
+  } else if constexpr (std::is_same_v<Base, DL::DLColorizedEllipse>) {
+    return make(kPoints[0], 30, 20, 0.5F, 1.0F, 2.0F, kFill, true, no_list);
+  } else if constexpr (std::is_base_of_v<DL::DLEllipticalArc, Base>) {
+    return make(kPoints[0], 30, 20, 0.5F, 1.0F, 2.0F, no_list);
+  } else if constexpr (std::is_constructible_v<Base, LM_RGB32, std::int32_t, const Point*,
+                                               const LM_RGB32*>) {
+    return make(kPointCount, kPoints, kVertexColors);
+  } else if constexpr (std::is_base_of_v<DL::Polything, Base>) {
+    return make(kPointCount, kPoints);
+  } else if constexpr (std::is_same_v<Base, DL::DLColorizedDot>) {
+    return make(kPoints[0], kOwnColor);
+  } else {
+    return make(kPoints[0]);
+  }
+}
+
+/// Constructs a `Class`, a variant of `Base`, from its colour or rendition.
 template <class Base, class Class, class Color>
 std::unique_ptr<Class> make_variant(Color color) {
-  if constexpr (std::is_constructible_v<Base, LM_RGB32, std::int32_t, const LogicalPoint*,
-                                        const LM_RGB32*>) {
-    return std::unique_ptr<Class>(new Class(color, kPointCount, kPoints, kVertexColors));
-  } else if constexpr (std::is_constructible_v<Base, LM_RGB32, std::int32_t, const LogicalPoint*>) {
-    return std::unique_ptr<Class>(new Class(color, kPointCount, kPoints));
-  } else if constexpr (std::is_constructible_v<Base, LM_RGB32, LogicalPoint, LM_RGB32>) {
-    return std::unique_ptr<Class>(new Class(color, kPoints[0], kOwnColor));
-  } else {
-    return std::unique_ptr<Class>(new Class(color, kPoints[0]));
-  }
+  return with_arguments<Base>([color](const auto&... arguments) {
+    return std::unique_ptr<Class>(new Class(color, arguments...));
+  });
 }
 
 template <class T>
