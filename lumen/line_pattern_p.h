@@ -46,4 +46,28 @@ struct PatternBits {
   }
 };
 
+/// Where along a pattern a line of weight 1 is, pixel by pixel.
+class PatternPhase {
+ public:
+  explicit PatternPhase(std::int32_t pattern) : m_pattern(pattern) {}
+
+  /// Whether the next pixel is drawn; goes on to the one behind it.
+  bool next_is_drawn() {
+    if (m_pattern.length == 0) return true;
+    const bool drawn = ((m_pattern.bits >> m_phase) & 1) != 0;
+    if (++m_phase == m_pattern.length) m_phase = 0;
+    return drawn;
+  }
+
+  /// Pixels of the pattern that pass unseen.
+  void skip(std::int64_t pixels) {
+    if (m_pattern.length == 0) return;
+    m_phase = static_cast<std::uint32_t>((m_phase + pixels) % m_pattern.length);
+  }
+
+ private:
+  PatternBits m_pattern;
+  std::uint32_t m_phase = 0;
+};
+
 }  // namespace lumen

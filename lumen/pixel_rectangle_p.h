@@ -19,6 +19,8 @@ struct PixelRectangle {
   [[nodiscard]] bool contains(const LM_DCI_Point& point) const {
     return min_x <= point.x && point.x <= max_x && min_y <= point.y && point.y <= max_y;
   }
+
+  friend bool operator==(const PixelRectangle&, const PixelRectangle&) = default;
 };
 
 /// The pixels of the picture inside the clip rectangle.

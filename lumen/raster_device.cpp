@@ -1,8 +1,15 @@
 #include "lumen/raster_device.h"
 
+#include <algorithm>
+
 #include "lumen/clip_mask_p.h"
+#include "lumen/coverage_p.h"
+#include "lumen/image_blit_p.h"
 #include "lumen/line_pattern_p.h"
+#include "lumen/marker_stamp_p.h"
 #include "lumen/pixel_rectangle_p.h"
+#include "lumen/shaded_line_p.h"
+#include "lumen/shaded_strip_p.h"
 #include "lumen/shape_p.h"
 #include "lumen/smooth_line_p.h"
 #include "lumen/span_pen_p.h"
@@ -26,8 +33,12 @@ bool is_plain(LM_RGB32 color, const LM_Line_Style& style) {
 struct Scratch {
   Shape shape;
   Stroker stroker;
+  Strokes strokes{stroker, shape};
+  MarkerStamp marker_stamp{strokes, shape};
   SmoothLine smooth_line;
   ClipMasks masks;
+  ShadedLine shaded_line;
+  ShadedStrip shaded_strip;
 };
 
 Scratch& scratch() {
@@ -44,6 +55,23 @@ RasterDevice::RasterDevice(Picture& picture) : m_picture(picture) {
   actions.polyline_unclipped = actions.polyline_clipped;
   actions.polygon_clipped = {this, &LM_Bound_Action<&RasterDevice::draw_polygon>::call};
   actions.polygon_unclipped = actions.polygon_clipped;
+  actions.triangle_strip_clipped = {this, &LM_Bound_Action<&RasterDevice::draw_strip>::call};
+  actions.triangle_strip_unclipped = actions.triangle_strip_clipped;
+  actions.marker_clipped = {this, &LM_Bound_Action<&RasterDevice::draw_markers>::call};
+  actions.marker_unclipped = actions.marker_clipped;
+  actions.image_clipped = {this, &LM_Bound_Action<&RasterDevice::draw_image>::call};
+  actions.image_unclipped = actions.image_clipped;
+  actions.elliptical_arc = {this, &LM_Bound_Action<&RasterDevice::draw_arc>::call};
+  actions.elliptical_arc_colored = {this, &LM_Bound_Action<&RasterDevice::draw_arc_colored>::call};
+  actions.elliptical_area = {this, &LM_Bound_Action<&RasterDevice::draw_area>::call};
+  actions.gouraud_polyline_clipped = {this,
+                                      &LM_Bound_Action<&RasterDevice::draw_gouraud_polyline>::call};
+  actions.gouraud_polyline_unclipped = actions.gouraud_polyline_clipped;
+  actions.gouraud_triangle_strip_clipped = {
+      this, &LM_Bound_Action<&RasterDevice::draw_gouraud_strip>::call};
+  actions.textured_triangle_strip_clipped = {
+      this, &LM_Bound_Action<&RasterDevice::draw_textured_strip>::call};
+  actions.textured_triangle_strip_unclipped = actions.textured_triangle_strip_clipped;
   options.supports_complex_clip = true;
 }
 
@@ -94,9 +122,134 @@ void RasterDevice::draw_polygon(LM_Rendition* rendition, std::int32_t count,
   SpanPen pen(m_picture, ink, clip_mask(*rendition));
   Shape& shape = scratch().shape;
   shape.clear();
-  shape.move_to(points[0].x, points[0].y);
-  for (std::int32_t i = 1; i < count; ++i) shape.line_to(points[i].x, points[i].y);
+  add_polygon(count, points, shape);
   shape.fill(LM_Fill_Rule::even_odd, m_antialiased, inside, pen);
+}
+
+void RasterDevice::draw_strip(LM_Rendition* rendition, std::int32_t count,
+                              const LM_DCI_Point* points) {
+  const LM_RGB32 ink = rendition->color();
+  const PixelRectangle inside = visible_pixels(m_picture, rendition->clip_rectangle());
+  if (count < 3 || is_invisible(ink) || inside.is_empty()) return;
+
+  SpanPen pen(m_picture, ink, clip_mask(*rendition));
+  Shape& shape = scratch().shape;
+  shape.clear();
+  add_strip(count, points, shape);
+  shape.fill(LM_Fill_Rule::non_zero, m_antialiased, inside, pen);
+}
+
+void RasterDevice::draw_markers(LM_Rendition* rendition, std::int32_t count,
+                                const LM_DCI_Point* points) {
+  const LM_RGB32 ink = rendition->color();
+  const PixelRectangle inside = visible_pixels(m_picture, rendition->clip_rectangle());
+  if (count <= 0 || is_invisible(ink) || inside.is_empty()) return;
+
+  SpanPen pen(m_picture, ink, clip_mask(*rendition));
+  scratch().marker_stamp.draw(*rendition, m_antialiased, count, points, inside, pen);
+}
+
+void RasterDevice::draw_image(LM_Rendition* rendition, const LM_DCI_Point* corner,
+                              LM_Image* const* cell) {
+  if (cell == nullptr || *cell == nullptr) return;
+  const LM_Image& image = **cell;
+  const PixelRectangle inside = visible_pixels(m_picture, rendition->clip_rectangle());
+  const PixelRectangle part = image_pixels(image, *corner, inside);
+  if (part.is_empty()) return;
+  blit_image(image, *corner, part, clip_mask(*rendition), m_picture);
+}
+
+void RasterDevice::draw_arc(LM_Rendition* rendition, const LM_DCI_Point* center,
+                            const LM_DCI_Point* radii, float start, float end, float rotation,
+                            const LM_RGB32* fill) {
+  const EllipticalArc arc(*center, *radii, start, end, rotation);
+  const PixelRectangle inside = visible_pixels(m_picture, rendition->clip_rectangle());
+  if (!arc.is_drawable() || inside.is_empty()) return;
+  if (fill != nullptr) fill_area(*rendition, arc, ArcArea::to_chord, *fill, inside);
+  stroke_arc(*rendition, arc, inside);
+}
+
+void RasterDevice::draw_arc_colored(LM_Rendition* rendition, const LM_DCI_Point* center,
+                                    const LM_DCI_Point* radii, float start, float end,
+                                    float rotation, const LM_RGB32* fill) {
+  draw_area(rendition, center, radii, start, end, rotation, fill);
+}
+
+void RasterDevice::draw_area(LM_Rendition* rendition, const LM_DCI_Point* center,
+                             const LM_DCI_Point* radii, double start, double end, double rotation,
+                             const LM_RGB32* fill) {
+  const EllipticalArc arc(*center, *radii, start, end, rotation);
+  const PixelRectangle inside = visible_pixels(m_picture, rendition->clip_rectangle());
+  if (!arc.is_drawable() || inside.is_empty()) return;
+  fill_area(*rendition, arc, ArcArea::to_center, fill != nullptr ? *fill : rendition->color(),
+            inside);
+}
+
+void RasterDevice::fill_area(LM_Rendition& rendition, const EllipticalArc& arc, ArcArea area,
+                             LM_RGB32 ink, const PixelRectangle& inside) {
+  if (is_invisible(ink)) return;
+  SpanPen pen(m_picture, ink, clip_mask(rendition));
+  if (arc.is_flat()) {
+    Strokes& strokes = scratch().strokes;
+    strokes.start(LM_Line_Style(), m_antialiased, inside);
+    strokes.add_flat_area(arc, area);
+    return strokes.fill(true, pen);
+  }
+  Shape& shape = scratch().shape;
+  shape.clear();
+  add_area(arc, area, m_antialiased, inside, shape);
+  shape.fill(LM_Fill_Rule::even_odd, m_antialiased, inside, pen);
+}
+
+void RasterDevice::stroke_arc(LM_Rendition& rendition, const EllipticalArc& arc,
+                              const PixelRectangle& inside) {
+  const LM_RGB32 ink = rendition.color();
+  if (is_invisible(ink)) return;
+  SpanPen pen(m_picture, ink, clip_mask(rendition));
+  Strokes& strokes = scratch().strokes;
+  strokes.start(rendition.line_style(), m_antialiased, inside);
+  strokes.add_arc(arc);
+  strokes.fill(opacity_of(ink) != 255, pen);
+}
+
+void RasterDevice::draw_gouraud_polyline(LM_Rendition* rendition, std::int32_t count,
+                                         const LM_DCI_Point* points, const LM_RGB32* colors) {
+  const PixelRectangle inside = visible_pixels(m_picture, rendition->clip_rectangle());
+  if (count <= 0 || colors == nullptr || inside.is_empty()) return;
+
+  const LM_Line_Style& style = rendition->line_style();
+  const std::uint8_t* mask = clip_mask(*rendition);
+  if (style.weight <= 1 && !m_antialiased) {
+    return draw_thin_polyline({m_picture, inside, {}, mask, style.pattern}, count, points, colors);
+  }
+  const ShadingTarget target{m_picture, inside, mask, m_antialiased};
+  const bool plain =
+      std::all_of(colors, colors + count, [&](LM_RGB32 color) { return is_plain(color, style); });
+  if (plain && SmoothLine::can_draw(count, points)) {
+    scratch().shaded_line.draw_smooth(target, count, points, colors, scratch().smooth_line);
+  } else {
+    scratch().shaded_line.draw_stroke(target, count, points, colors, style, scratch().stroker);
+  }
+}
+
+void RasterDevice::draw_gouraud_strip(LM_Rendition* rendition, std::int32_t count,
+                                      const LM_DCI_Point* points, const LM_RGB32* colors) {
+  const PixelRectangle inside = visible_pixels(m_picture, rendition->clip_rectangle());
+  if (count < 3 || colors == nullptr || inside.is_empty()) return;
+  scratch().shaded_strip.draw({m_picture, inside, clip_mask(*rendition), m_antialiased}, count,
+                              points, colors);
+}
+
+void RasterDevice::draw_textured_strip(LM_Rendition* rendition, std::int32_t count,
+                                       const LM_DCI_Point* points, const LM_RGB32* colors,
+                                       const LM_Vertex_Triple* first, std::int32_t wrap,
+                                       const std::uint32_t* modulation,
+                                       const LM_Vertex_Triple* second) {
+  const PixelRectangle inside = visible_pixels(m_picture, rendition->clip_rectangle());
+  if (count < 3 || inside.is_empty()) return;
+  scratch().shaded_strip.draw(
+      {m_picture, inside, clip_mask(*rendition), m_antialiased}, count, points,
+      {colors, first, modulation, second, rendition->texture_pages(), wrap});
 }
 
 }  // namespace lumen

@@ -7,8 +7,11 @@
 
 namespace lumen {
 
-/// The renderer that draws pixels. It draws these actions, each clipped and
-/// unclipped: dot, polyline, polygon. The others do nothing.
+class EllipticalArc;
+enum class ArcArea : std::uint8_t;
+struct PixelRectangle;
+
+/// The renderer that draws pixels. It draws every device action.
 ///
 /// A device point (x, y) is the centre of pixel (x, y). Everything is limited
 /// to the picture, to the rendition's clip rectangle and to its complex clip,
@@ -30,6 +33,41 @@ namespace lumen {
 ///   area: from the pixel of its start up to that of its end.
 /// - A polygon is filled by the even-odd rule. Without antialiasing a pixel is
 ///   inside when its centre is; centres on a right or lower edge are not.
+/// - A triangle strip covers a pixel once, however many triangles lie there, and
+///   with antialiasing leaves no seams between them. Without it a pixel is
+///   inside as in a polygon.
+/// - A marker lies evenly around its point's pixel, as far to all sides as half
+///   its size, rounded down: size 7 and the even size 6 take 7 by 7 pixels. Its
+///   strokes have flat ends. A disc is as wide as its pixels, whatever the
+///   weight. A dot, which is a marker of size 1 and less, is as large as the
+///   weight, that of a disc a pixel. Sizes above 2^18 draw as that.
+/// - An image takes a pixel for each of its own, as transparent as that is. The
+///   rendition's colour has no part in it.
+/// - An elliptical arc of weight 1 without antialiasing covers a pixel per step
+///   along the axis that it runs along faster: whole circles look the same from
+///   eight sides. Any other is the area of its stroke, as with polylines; a
+///   whole ellipse has no ends. A pattern starts at the start of the arc. No
+///   pixel is covered twice.
+/// - The area of an ellipse holds, without antialiasing, the pixels whose
+///   centres are inside or on its edge (up to 1/32 of a pixel outside); straight
+///   edges are those of polygons, so that pies that meet there share no pixel.
+///   An ellipse with a radius of 0 is a line of weight 1 instead.
+/// - A gouraud polyline covers the pixels of a polyline, in colours that change
+///   along each segment and are the same across its width: a pixel has the
+///   colour of the nearest place on the polyline. The four bytes of the colours
+///   are mixed, transparency too. A polyline on a single pixel has its last
+///   colour; without antialiasing at weight 1, a closed one has its first
+///   colour where it meets itself.
+/// - A gouraud triangle strip covers a pixel once, however many triangles lie
+///   there; the last of them gives the colour, mixed from its corners as they
+///   are near to the centre of the pixel. Without antialiasing a pixel is inside
+///   as in a polygon; with it the whole strip has smooth edges and no seams.
+///   Triangles without an area draw nothing.
+/// - A textured triangle strip covers the same pixels. Without antialiasing a
+///   pixel has the texel that its centre lies on, with it a mixture of the four
+///   nearest ones. Another wrap than LM_Texture_Wrap knows is a clamp. Where a
+///   vertex of a triangle has a u or v that is not finite, that page is missing
+///   on the triangle. Ground colours or places that are null cover nothing.
 ///
 /// The same geometry covers the same pixels through any clip rectangle, but
 /// for the last bits of antialiased covers.
@@ -38,8 +76,9 @@ namespace lumen {
 /// disjoint clip rectangles, since a pixel must have one writer at a time.
 ///
 /// Each thread that has drawn keeps until it ends what its next action may
-/// need: the room that its largest shape took, and the two complex clips it
-/// drew with last, alive, each with a mask of a byte per pixel of the picture.
+/// need: the room that its largest shape took, colours of pixels in 6 MB at
+/// most, and the two complex clips it drew with last, alive, each with a mask of
+/// a byte per pixel of the picture.
 /// The masks take 64 MB at most, or a single one what it needs.
 class LUMEN_API RasterDevice final : public LM_Renderer {
  public:
@@ -56,9 +95,29 @@ class LUMEN_API RasterDevice final : public LM_Renderer {
   void draw_polyline(LM_Rendition* rendition, std::int32_t count, const LM_DCI_Point* points);
   void draw_polygon(LM_Rendition* rendition, std::int32_t count, const LM_DCI_Point* points,
                     std::int32_t reserved);
+  void draw_strip(LM_Rendition* rendition, std::int32_t count, const LM_DCI_Point* points);
+  void draw_markers(LM_Rendition* rendition, std::int32_t count, const LM_DCI_Point* points);
+  void draw_image(LM_Rendition* rendition, const LM_DCI_Point* corner, LM_Image* const* cell);
+  void draw_arc(LM_Rendition* rendition, const LM_DCI_Point* center, const LM_DCI_Point* radii,
+                float start, float end, float rotation, const LM_RGB32* fill);
+  void draw_arc_colored(LM_Rendition* rendition, const LM_DCI_Point* center,
+                        const LM_DCI_Point* radii, float start, float end, float rotation,
+                        const LM_RGB32* fill);
+  void draw_area(LM_Rendition* rendition, const LM_DCI_Point* center, const LM_DCI_Point* radii,
+                 double start, double end, double rotation, const LM_RGB32* fill);
+  void draw_gouraud_polyline(LM_Rendition* rendition, std::int32_t count,
+                             const LM_DCI_Point* points, const LM_RGB32* colors);
+  void draw_gouraud_strip(LM_Rendition* rendition, std::int32_t count, const LM_DCI_Point* points,
+                          const LM_RGB32* colors);
+  void draw_textured_strip(LM_Rendition* rendition, std::int32_t count, const LM_DCI_Point* points,
+                           const LM_RGB32* colors, const LM_Vertex_Triple* first, std::int32_t wrap,
+                           const std::uint32_t* modulation, const LM_Vertex_Triple* second);
 
  private:
   const std::uint8_t* clip_mask(LM_Rendition& rendition) const;
+  void fill_area(LM_Rendition& rendition, const EllipticalArc& arc, ArcArea area, LM_RGB32 ink,
+                 const PixelRectangle& inside);
+  void stroke_arc(LM_Rendition& rendition, const EllipticalArc& arc, const PixelRectangle& inside);
 
   Picture& m_picture;
   bool m_antialiased = false;

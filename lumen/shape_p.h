@@ -30,13 +30,8 @@ class Shape {
     }
   }
 
- private:
-  struct Vertex {
-    double x;
-    double y;
-    bool starts;
-  };
-
+  /// The same for the pixels whose centre is inside; both must not be empty.
+  /// All that `Pen` needs is `solid`.
   template <class Pen>
   void fill_centers(LM_Fill_Rule rule, const PixelRectangle& inside, Pen& pen) {
     collect_edges(inside);
@@ -45,6 +40,13 @@ class Shape {
                     pen.solid(x, y, length, 255);
                   });
   }
+
+ private:
+  struct Vertex {
+    double x;
+    double y;
+    bool starts;
+  };
 
   /// Bands of rows keep the number of cells, and with it the memory, bounded.
   template <class Pen>

@@ -23,12 +23,11 @@ bool SmoothLine::can_draw(std::int32_t count, const LM_DCI_Point* points) {
   return box.max_x - box.min_x > 2 || box.max_y - box.min_y > 2;
 }
 
-void SmoothLine::draw(std::int32_t count, const LM_DCI_Point* points, const PixelRectangle& inside,
-                      SpanPen& pen) {
+void SmoothLine::draw(std::int32_t count, const LM_DCI_Point* points,
+                      const PixelRectangle& inside) {
   // The library cuts lines at right angles to their direction: beyond the
   // rectangle, where the target drops what nobody is to see.
   constexpr double margin = 64;
-  m_target.aim(inside, pen);
   m_renderer.clip_box(inside.min_x - margin, inside.min_y - margin, inside.max_x + margin,
                       inside.max_y + margin);
   const LM_DCI_Point& last = points[count - 1];
@@ -45,7 +44,7 @@ void SmoothLine::Target::blend_solid_hspan(int x, int y, int length, const color
   if (y < m_inside.min_y || y > m_inside.max_y) return;
   const int from = std::max(x, m_inside.min_x);
   const int beyond = std::min(x + length, m_inside.max_x + 1);
-  if (from < beyond) m_pen->varied(from, y, beyond - from, covers + (from - x));
+  if (from < beyond) m_varied(m_pen, from, y, beyond - from, covers + (from - x));
 }
 
 void SmoothLine::Target::blend_solid_vspan(int x, int y, int length, const color_type& /*color*/,
@@ -53,7 +52,7 @@ void SmoothLine::Target::blend_solid_vspan(int x, int y, int length, const color
   if (x < m_inside.min_x || x > m_inside.max_x) return;
   const int from = std::max(y, m_inside.min_y);
   const int beyond = std::min(y + length, m_inside.max_y + 1);
-  for (int row = from; row < beyond; ++row) m_pen->varied(x, row, 1, covers + (row - y));
+  for (int row = from; row < beyond; ++row) m_varied(m_pen, x, row, 1, covers + (row - y));
 }
 
 }  // namespace lumen

@@ -8,7 +8,6 @@
 
 #include "displaylist/platform/points.h"
 #include "lumen/pixel_rectangle_p.h"
-#include "lumen/span_pen_p.h"
 
 namespace lumen {
 
@@ -25,8 +24,13 @@ class SmoothLine {
   /// polylines of less than two pixels and saturates far coordinates.
   static bool can_draw(std::int32_t count, const LM_DCI_Point* points);
 
+  /// `Pen` has `varied(x, y, length, covers)`.
+  template <class Pen>
   void draw(std::int32_t count, const LM_DCI_Point* points, const PixelRectangle& inside,
-            SpanPen& pen);
+            Pen& pen) {
+    m_target.aim(inside, pen);
+    draw(count, points, inside);
+  }
 
  private:
   /// What AGG takes for the canvas: hands the pen what is inside.
@@ -34,9 +38,13 @@ class SmoothLine {
    public:
     using color_type = agg::rgba8;
 
-    void aim(const PixelRectangle& inside, SpanPen& pen) {
+    template <class Pen>
+    void aim(const PixelRectangle& inside, Pen& pen) {
       m_inside = inside;
       m_pen = &pen;
+      m_varied = [](void* aimed, int x, int y, int length, const agg::int8u* covers) {
+        static_cast<Pen*>(aimed)->varied(x, y, length, covers);
+      };
     }
     void blend_solid_hspan(int x, int y, int length, const color_type& /*color*/,
                            const agg::int8u* covers) const;
@@ -45,9 +53,12 @@ class SmoothLine {
 
    private:
     PixelRectangle m_inside{};
-    SpanPen* m_pen = nullptr;
+    void* m_pen = nullptr;
+    void (*m_varied)(void* pen, int x, int y, int length, const agg::int8u* covers) = nullptr;
   };
   using Renderer = agg::renderer_outline_aa<Target>;
+
+  void draw(std::int32_t count, const LM_DCI_Point* points, const PixelRectangle& inside);
 
   Target m_target;
   agg::line_profile_aa m_profile;

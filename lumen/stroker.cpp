@@ -13,6 +13,10 @@ namespace {
 /// Wider lines than this would leave the coordinates that AGG can hold.
 constexpr std::int32_t max_weight = 1 << 20;
 
+std::int32_t weight_of(const LM_Line_Style& style) {
+  return std::clamp(style.weight, 1, max_weight);
+}
+
 agg::line_cap_e cap_of(std::int32_t end_style) {
   switch (end_style) {
     case LM_END_ROUND:
@@ -28,6 +32,10 @@ agg::point_d place_of(const LM_DCI_Point& point) {
   return {static_cast<double>(point.x), static_cast<double>(point.y)};
 }
 
+agg::point_d place_of(const Place& place) {
+  return {place.x, place.y};
+}
+
 agg::rect_d grown(const PixelRectangle& inside, double margin) {
   return {inside.min_x - margin, inside.min_y - margin, inside.max_x + margin,
           inside.max_y + margin};
@@ -37,7 +45,8 @@ bool contains(const agg::rect_d& box, const agg::point_d& point) {
   return box.x1 <= point.x && point.x <= box.x2 && box.y1 <= point.y && point.y <= box.y2;
 }
 
-bool same_place(const LM_DCI_Point& a, const LM_DCI_Point& b) {
+template <class Point>
+bool same_place(const Point& a, const Point& b) {
   return a.x == b.x && a.y == b.y;
 }
 
@@ -48,9 +57,10 @@ double distance_between(const agg::point_d& a, const agg::point_d& b) {
 /// The corners of a polyline in the order in which it is cut. A closed solid
 /// one starts at a corner that is out of sight, so that its own start and end
 /// come out joined like any other corner.
+template <class Point>
 class CornerOrder {
  public:
-  CornerOrder(std::int32_t count, const LM_DCI_Point* points, const agg::rect_d& box, bool solid)
+  CornerOrder(std::int32_t count, const Point* points, const agg::rect_d& box, bool solid)
       : m_points(points) {
     if (!solid || count < 4 || !same_place(points[0], points[count - 1])) return;
     m_cycle = count - 1;
@@ -64,24 +74,46 @@ class CornerOrder {
   }
 
  private:
-  const LM_DCI_Point* m_points;
+  const Point* m_points;
   std::int32_t m_cycle = 0;  ///< corners of a closed polyline, 0 for an open one
   std::int32_t m_start = 0;
 };
 
 }  // namespace
 
+Stroker::Stroker() {
+  // Where a line turns more sharply than it is wide, its inner edge turns
+  // inside out and would leave a hole; by way of the corners it does not.
+  m_math.inner_join(agg::inner_jag);
+}
+
 void Stroker::add(std::int32_t count, const LM_DCI_Point* points, const LM_Line_Style& style,
                   const PixelRectangle& inside, Shape& shape) {
   set_style(style);
-  const bool has_length = std::any_of(
-      points, points + count, [&](const LM_DCI_Point& p) { return !same_place(p, points[0]); });
-  if (!has_length) return add_dot(points[0], shape);
+  add_styled(count, points, inside, shape);
+}
+
+void Stroker::add(std::int32_t count, const Place* points, const LM_Line_Style& style,
+                  const PixelRectangle& inside, Shape& shape) {
+  set_style(style);
+  add_styled(count, points, inside, shape);
+}
+
+double Stroker::width_of(const LM_Line_Style& style) {
+  return weight_of(style);
+}
+
+template <class Point>
+void Stroker::add_styled(std::int32_t count, const Point* points, const PixelRectangle& inside,
+                         Shape& shape) {
+  const bool has_length = std::any_of(points, points + count,
+                                      [&](const Point& p) { return !same_place(p, points[0]); });
+  if (!has_length) return add_dot(place_of(points[0]), shape);
   add_clipped(count, points, inside, shape);
 }
 
 void Stroker::set_style(const LM_Line_Style& style) {
-  const std::int32_t weight = std::clamp(style.weight, 1, max_weight);
+  const std::int32_t weight = weight_of(style);
   m_math.width(weight);
   m_math.line_join(weight > 1 ? agg::round_join : agg::bevel_join);
   m_offset = weight % 2 == 0 ? -0.5 : 0;
@@ -97,15 +129,16 @@ void Stroker::set_style(const LM_Line_Style& style) {
   }
 }
 
-void Stroker::add_clipped(std::int32_t count, const LM_DCI_Point* points,
-                          const PixelRectangle& inside, Shape& shape) {
+template <class Point>
+void Stroker::add_clipped(std::int32_t count, const Point* points, const PixelRectangle& inside,
+                          Shape& shape) {
   // A solid line is cut so far outside that rounding the cuts moves nothing in
   // the rectangle; of a patterned one no dash more is made than can be seen.
   const bool solid = m_pattern_length == 0;
-  const double margin = m_math.width() + (solid ? 4096 : 16);
+  const double margin = m_math.width() + (solid ? solid_margin : 16);
   const agg::rect_d box = grown(inside, margin);
   const agg::rect_d tolerant_box = grown(inside, margin + 1);
-  const CornerOrder order(count, points, box, solid);
+  const CornerOrder<Point> order(count, points, box, solid);
   double distance = 0;
   double piece_distance = 0;
   m_piece.clear();
@@ -223,7 +256,7 @@ void Stroker::add_closed(Shape& shape) {
   }
 }
 
-void Stroker::add_dot(const LM_DCI_Point& point, Shape& shape) {
+void Stroker::add_dot(const agg::point_d& point, Shape& shape) {
   const agg::vertex_dist center(point.x, point.y);
   Outline outline(shape, m_offset);
   m_math.line_cap(m_start_cap == agg::round_cap ? agg::round_cap : agg::square_cap);

@@ -9,6 +9,7 @@
 
 #include "displaylist/platform/points.h"
 #include "displaylist/platform/rendition.h"
+#include "lumen/elliptical_arc_p.h"
 #include "lumen/pixel_rectangle_p.h"
 #include "lumen/shape_p.h"
 
@@ -25,10 +26,23 @@ namespace lumen {
 /// and up, so that its edges, too, run between pixels.
 class Stroker {
  public:
+  Stroker();
+
   /// Adds the stroke of the polyline as far as it can be seen in the
   /// rectangle. Coordinates may be any, `count` is at least 1.
   void add(std::int32_t count, const LM_DCI_Point* points, const LM_Line_Style& style,
            const PixelRectangle& inside, Shape& shape);
+  /// The same for the points of a curve.
+  void add(std::int32_t count, const Place* points, const LM_Line_Style& style,
+           const PixelRectangle& inside, Shape& shape);
+
+  /// The width of the strokes of a style.
+  [[nodiscard]] static double width_of(const LM_Line_Style& style);
+  /// A solid line is cut this far and its width outside the rectangle.
+  static constexpr double solid_margin = 4096;
+
+  /// How far the stroke that was added last lies right of and below the points.
+  [[nodiscard]] double offset() const { return m_offset; }
 
  private:
   /// Takes the corners of one contour from AGG's stroke mathematics.
@@ -56,7 +70,11 @@ class Stroker {
   };
 
   void set_style(const LM_Line_Style& style);
-  void add_clipped(std::int32_t count, const LM_DCI_Point* points, const PixelRectangle& inside,
+  template <class Point>
+  void add_styled(std::int32_t count, const Point* points, const PixelRectangle& inside,
+                  Shape& shape);
+  template <class Point>
+  void add_clipped(std::int32_t count, const Point* points, const PixelRectangle& inside,
                    Shape& shape);
   /// The part of the polyline in m_piece; `distance` of its start along the line.
   void add_piece(double distance, Shape& shape);
@@ -74,12 +92,12 @@ class Stroker {
   void add_end(agg::line_cap_e cap, bool of_line, const agg::vertex_dist& end,
                const agg::vertex_dist& next, Outline& outline);
   void add_closed(Shape& shape);
-  void add_dot(const LM_DCI_Point& point, Shape& shape);
+  void add_dot(const agg::point_d& point, Shape& shape);
 
   agg::math_stroke<Outline> m_math;
   agg::line_cap_e m_start_cap = agg::butt_cap;
   agg::line_cap_e m_end_cap = agg::butt_cap;
-  double m_offset = 0;  ///< how far the stroke lies right of and below the points
+  double m_offset = 0;
   agg::vcgen_dash m_dash;
   double m_pattern_length = 0;  ///< 0 for a solid line
   agg::vertex_sequence<agg::vertex_dist> m_path;

@@ -21,6 +21,11 @@ struct ThinLinePen {
 /// of a closed polyline is its first one. Coordinates may be any.
 void draw_thin_polyline(const ThinLinePen& pen, std::int32_t count, const LM_DCI_Point* points);
 
+/// The same with a colour for each point, mixed along each segment, instead of
+/// the pen's. Where a closed polyline meets itself it has its first colour.
+void draw_thin_polyline(const ThinLinePen& pen, std::int32_t count, const LM_DCI_Point* points,
+                        const LM_RGB32* colors);
+
 /// Colours one pixel if it is inside.
 void draw_pixel(const ThinLinePen& pen, const LM_DCI_Point& point);
 

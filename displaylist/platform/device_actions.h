@@ -68,7 +68,9 @@ using LM_Colored_Points_Action =
 /// first texel, over that the second, each as transparent as it is. The
 /// modulation is an LM_RGB32 word: red, green, blue and opacity of the first
 /// texel are multiplied by its red, green, blue and opacity, of 255. A page
-/// that is missing covers nothing.
+/// that is missing covers nothing, nor do null colours or null first places; a
+/// number that is no LM_Texture_Wrap clamps. Where triangles of one strip
+/// overlap, the later one is seen alone.
 using LM_Textured_Strip_Action =
     LM_Device_Action<std::int32_t, const LM_DCI_Point*, const LM_RGB32*, const LM_Vertex_Triple*,
                      std::int32_t, const std::uint32_t*, const LM_Vertex_Triple*>;

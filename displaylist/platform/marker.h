@@ -18,8 +18,8 @@ enum LM_Marker_Shape : std::int32_t {
 /// have the weight of the rendition's line style, solid, and its colour.
 struct LM_Marker {
   std::int32_t shape = LM_MARKER_PLUS;  ///< an LM_Marker_Shape
-  /// Width and height in device units, from the middle of the first to the
-  /// middle of the last; 1 and less is a dot.
+  /// Width and height in device units; an even size takes one more, so that the
+  /// marker lies evenly around its point. 1 and less is a dot.
   std::int32_t size = 7;
 
   friend bool operator==(const LM_Marker&, const LM_Marker&) = default;

@@ -2,25 +2,16 @@
 
 #include <random>
 
+#include "tests/lumen/raster_checks.h"
 #include "tests/lumen/text_art.h"
 
+using raster_checks::ink_of;
 using text_art::Canvas;
 using text_art::Points;
 using text_art::points;
 using text_art::Rows;
 
 namespace {
-
-/// How much of the picture is dark, in pixels.
-double ink_of(const lumen::Picture& picture) {
-  double ink = 0;
-  for (std::int32_t y = 0; y < picture.height(); ++y) {
-    for (std::int32_t x = 0; x < picture.width(); ++x) {
-      ink += (255.0 - (picture.pixel(x, y).word & 0xFF)) / 255;
-    }
-  }
-  return ink;
-}
 
 TEST(Polygon, UpperAndLeftEdgesAreInsideLowerAndRightOnesNot) {
   Canvas canvas(8, 6);

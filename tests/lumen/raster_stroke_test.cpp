@@ -110,6 +110,22 @@ TEST(Stroke, AClosedPolylineHasNoEnds) {
             }));
 }
 
+TEST(Stroke, AClosedPolylineSmallerThanItsWeightHasNoHole) {
+  for (const bool antialiased : {false, true}) {
+    Canvas canvas(25, 25);
+    canvas.device.set_antialiased(antialiased);
+    canvas.rendition.set_line_weight(13);
+    canvas.rendition.set_color({0x80000000}, true);
+    canvas.polyline(points(
+        {{12, 9}, {14, 10}, {15, 12}, {14, 14}, {12, 15}, {10, 14}, {9, 12}, {10, 10}, {12, 9}}));
+    for (std::int32_t y = 7; y <= 17; ++y) {
+      for (std::int32_t x = 7; x <= 17; ++x) {
+        EXPECT_EQ(canvas.picture.pixel(x, y).word, 0x00808080U) << x << "," << y;
+      }
+    }
+  }
+}
+
 TEST(Stroke, PatternsGrowWithTheWeight) {
   Canvas canvas(40, 3);
   canvas.rendition.set_line_weight(3);
