@@ -2,26 +2,18 @@
 
 #include <unistd.h>
 
-#include <algorithm>
-#include <cctype>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <system_error>
 
-#include "lumen/png_file.h"
+#include "apps/dlview/sheet.h"
 
 namespace dlview {
 
 namespace fs = std::filesystem;
 
 namespace {
-
-std::string lower_case(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  return text;
-}
 
 /// What keeps new files out of the folder, and the mend; empty when nothing does.
 std::string check_folder(const fs::path& folder) {
@@ -42,8 +34,8 @@ std::string check_folder(const fs::path& folder) {
 
 std::string check_output(const std::string& path, const std::string& input) {
   const std::string failure = "cannot write '" + path + "': ";
-  if (lower_case(fs::path(path).extension().string()) != ".png") {
-    return failure + "pictures are written as PNG only; end the name in .png";
+  if (!is_sheet_name(path)) {
+    return failure + "that is no format of pictures; end the name in " + sheet_endings();
   }
   std::error_code error;
   if (fs::is_directory(path, error)) return failure + "it is a folder; name a file in it";
@@ -53,11 +45,6 @@ std::string check_output(const std::string& path, const std::string& input) {
   const fs::path folder = fs::path(path).parent_path();
   const std::string problem = check_folder(folder.empty() ? "." : folder);
   return problem.empty() ? problem : failure + problem;
-}
-
-std::string write_output(const lumen::Picture& picture, const std::string& path) {
-  const std::string problem = lumen::write_png(picture, path);
-  return problem.empty() ? problem : problem + "; choose another name or folder";
 }
 
 }  // namespace dlview

@@ -5,13 +5,14 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <memory>
 
 #include "apps/dlview/color.h"
 #include "apps/dlview/output_file.h"
 #include "apps/dlview/progress_line.h"
+#include "apps/dlview/sheet.h"
 #include "apps/dlview/visits.h"
 #include "importers/loader.h"
-#include "lumen/raster_device.h"
 
 namespace dlview {
 
@@ -47,13 +48,11 @@ void paint_background(DL::DisplayList& list, const PictureSize& size, LM_RGB32 c
 }
 
 /// Gives the list, and the renditions of its own that the drawing has, all
-/// that drawing into the picture asks for, but the transform.
-void prepare(Drawing& drawing, const RenderOptions& options, lumen::Picture& picture) {
-  const LM_Handle<lumen::RasterDevice> device = LM_Create<lumen::RasterDevice>(picture);
-  device->set_antialiased(options.antialiased);
+/// that drawing on the sheet asks for, but the transform.
+void prepare(Drawing& drawing, const RenderOptions& options, Sheet& sheet) {
   DL::DisplayList& list = *drawing.list;
-  list.m_pRenderer = device;
-  list.m_bComplexClipSupported = device->options.supports_complex_clip;
+  list.m_pRenderer = sheet.renderer();
+  list.m_bComplexClipSupported = list.m_pRenderer->options.supports_complex_clip;
   // What collapses onto a single pixel is as wide as any other line.
   list.m_bWideDots = true;
   const LM_Contour_Set clip = clip_of(options.form, options.size);
@@ -96,17 +95,18 @@ std::string render(const RenderOptions& options) {
   View view;
   problem = make_view(drawing, options.window, options.size, view);
   if (!problem.empty()) return "the drawing '" + options.input + "' " + problem;
-  lumen::Picture picture(options.size.width, options.size.height, white);
-  if (picture.is_empty()) {
+  const std::unique_ptr<Sheet> sheet =
+      make_sheet(options.output, options.size, options.antialiased);
+  if (sheet == nullptr) {
     return "a picture as large as '" + options.output + "' cannot be held; give a smaller --size";
   }
   view.apply(*drawing.list);
-  prepare(drawing, options, picture);
+  prepare(drawing, options, *sheet);
   const std::int32_t reach = std::max(options.line_width, options.point_size);
   Region region = visible_region(*drawing.list, reach);
   region.is_part = options.window.has_value();
   const double milliseconds = draw_picture(drawing, options, region);
-  problem = write_output(picture, options.output);
+  problem = sheet->write();
   if (problem.empty() && options.statistics) {
     tell_statistics(drawing, options, region, milliseconds);
   }

@@ -15,6 +15,7 @@ constexpr const char* footer =
     "Examples:\n"
     "  dlview render world.json -o world.png\n"
     "  dlview render world.json -o europe.png --window -12 34 34 62 --size 1200x900\n"
+    "  dlview render world.json -o world.pdf --form circled\n"
     "  dlview render roads.gpkg -o roads.png --layer rivers --layer roads --line-width 2";
 
 constexpr const char* statistics_help =
@@ -50,8 +51,9 @@ void RenderCommand::add_files() {
       ->required();
   m_command
       ->add_option("-o,--output", m_options.output,
-                   "The picture, a .png file; replaced if it is there")
-      ->type_name("OUT.png")
+                   "The picture: a .png file of pixels, or a .pdf or .svg\n"
+                   "file of lines and areas; replaced if it is there")
+      ->type_name("FILE")
       ->required();
   m_command
       ->add_option("--layer", m_options.layers, "Draw this layer only; may be given several times")
@@ -67,8 +69,9 @@ void RenderCommand::add_view_options() {
       ->add_option_function<std::string>(
           "--size",
           [this](const std::string& text) { m_options.size = size_value("--size", text); },
-          "Size of the picture in pixels, 2x2 to 65535x65535,\nat most " + most_pixels() +
-              " pixels in all")
+          "Size of the picture in pixels, or in units of 1/96\ninch in a .pdf or .svg; 2x2 to "
+          "65535x65535,\nat most " +
+              most_pixels() + " pixels in all")
       ->type_name("WxH")
       ->default_str("1920x1080");
   m_command
@@ -104,7 +107,8 @@ void RenderCommand::add_look_options() {
       "--no-fill", [this] { m_options.fill = false; }, "Draw outlines of areas only");
   m_command->add_flag_callback(
       "--aliased", [this] { m_options.antialiased = false; },
-      "Draw with hard edges, which is faster; smooth ones\nif not given");
+      "Draw with hard edges, which is faster; smooth ones\nif not given; of no effect in a .pdf or "
+      ".svg");
 }
 
 void RenderCommand::add_color(const std::string& name, std::optional<LM_RGB32>& color,

@@ -167,13 +167,15 @@ class BadOutput : public testing::Test {
 };
 
 TEST_F(BadOutput, OtherFormats) {
-  expect_sentence(folder.path("out.svg"), "end the name in .png");
-  expect_sentence(folder.path("out.pdf"), "end the name in .png");
-  expect_sentence(folder.path("out"), "end the name in .png");
+  for (const char* name : {"out.gif", "out", "out.png.txt", "out.svgz", ".pdf"}) {
+    expect_sentence(folder.path(name), "end the name in .png, .pdf or .svg");
+  }
 }
 
 TEST_F(BadOutput, MissingFolder) {
-  expect_sentence(folder.path("nowhere/out.png"), "create it or name another");
+  for (const char* name : {"nowhere/out.png", "nowhere/out.pdf", "nowhere/out.SVG"}) {
+    expect_sentence(folder.path(name), "create it or name another");
+  }
 }
 
 TEST_F(BadOutput, FolderInItsPlace) {
@@ -230,12 +232,14 @@ class FileSizeLimit {
 
 TEST_F(BadOutput, PictureBeyondTheLimitOfFileSizes) {
   const FileSizeLimit limit(1024);
-  const std::string output = folder.path("out.png");
-  const DlviewRun run({"render", world, "-o", output, "--size", "640x480"});
-  EXPECT_EQ(run.status, 1);
-  EXPECT_THAT(run.err, AllOf(StartsWith("dlview: cannot write '" + output + "'"),
-                             HasSubstr("; choose another name or folder.\n")));
-  EXPECT_EQ(folder.file_count(), 0U);
+  for (const char* name : {"out.png", "out.pdf", "out.svg"}) {
+    const std::string output = folder.path(name);
+    const DlviewRun run({"render", world, "-o", output, "--size", "640x480"});
+    EXPECT_EQ(run.status, 1);
+    EXPECT_THAT(run.err, AllOf(StartsWith("dlview: cannot write '" + output + "'"),
+                               HasSubstr("; choose another name or folder.\n")));
+    EXPECT_EQ(folder.file_count(), 0U);
+  }
 }
 
 TEST_F(BadOutput, LeavesTheFileThatWasThere) {

@@ -1,0 +1,20 @@
+#include "lumen/vector_device.h"
+
+#include "lumen/vector_painter_p.h"
+
+namespace lumen {
+
+VectorDevice::VectorDevice(VectorFormat format, std::int32_t width, std::int32_t height,
+                           const std::string& path)
+    : m_painter(std::make_unique<VectorPainter>(format, width, height, path)) {
+  m_painter->fill_table(actions);
+  options.supports_complex_clip = true;
+}
+
+VectorDevice::~VectorDevice() = default;
+
+std::string VectorDevice::finish() {
+  return m_painter->finish();
+}
+
+}  // namespace lumen

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "displaylist/platform/image.h"
+#include "scenes/sheet.h"
+
+namespace scenes {
+
+/// The size at which a picture of the gallery shows a unit as a pixel.
+inline constexpr std::int32_t kGalleryWidth = 1020;
+inline constexpr std::int32_t kGalleryHeight = 936;
+
+/// The classes of the gallery, by the numbers that they have in it, from 1 on.
+std::vector<std::string_view> gallery_classes();
+
+/// Every drawable class in each variant that it has. A class has a row of four
+/// cells; from the middle of the sheet outwards: plain; palettized, where the
+/// class can be; hidden; plain once more, cut off by the edge of the sheet.
+/// `image` is what the images show.
+std::unique_ptr<Sheet> make_gallery(const LM_Handle<LM_Image>& image);
+
+}  // namespace scenes
