@@ -70,7 +70,8 @@ struct PixelRectangle;
 ///   on the triangle. Ground colours or places that are null cover nothing.
 ///
 /// The same geometry covers the same pixels through any clip rectangle, but
-/// for the last bits of antialiased covers.
+/// for the last bits of antialiased covers and for pixels whose centre lies
+/// within 1/256 pixel of the edge of a wide stroke.
 ///
 /// Several threads may draw at once, each with another rendition: into
 /// disjoint clip rectangles, since a pixel must have one writer at a time.

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <numbers>
 
 #include "lumen/color_mix_p.h"
 #include "lumen/convex_rows_p.h"
@@ -113,7 +114,9 @@ void ShadedLine::draw_smooth(const ShadingTarget& target, std::int32_t count,
 template <class Cover>
 void ShadedLine::draw(const ShadingTarget& target, std::int32_t count, const LM_DCI_Point* points,
                       const LM_RGB32* colors, const Stripe& stripe, const Cover& cover) {
-  const PixelRectangle box = box_around(count, points, stripe.reach + 1, target.inside);
+  // The corner of a square end is the furthest from its point.
+  const double reach = stripe.reach * std::numbers::sqrt2 + 1;
+  const PixelRectangle box = box_around(count, points, reach, target.inside);
   for_each_band(box, [&](const PixelRectangle& band) {
     const ColorRows rows = m_layer.clear(band);
     paint(count, points, colors, stripe, rows);

@@ -96,6 +96,15 @@ void compare(const Style& style, bool antialiased, LM_RGB32 color, const Points&
   ASSERT_LE(difference(plain.picture, gouraud.picture), antialiased ? 1 : 0);
 }
 
+TEST(GouraudPolyline, WideSquareEndsHaveTheirCorners) {
+  for (const std::int32_t weight : {12, 20}) {
+    for (const bool antialiased : {false, true}) {
+      compare({weight, LM_PATTERN_SOLID, LM_END_SQUARE}, antialiased, text_art::black,
+              points({{18, 18}, {30, 30}}));
+    }
+  }
+}
+
 TEST_P(GouraudPolylineStyles, CoverThePixelsOfAPolyline) {
   std::mt19937 random(21);
   for (int i = 0; i < 300; ++i) {
