@@ -13,8 +13,12 @@ if(TARGET dlview)
   install(TARGETS dlview)
 endif()
 
-install(DIRECTORY displaylist lumen DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
+install(DIRECTORY displaylist DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
   FILES_MATCHING PATTERN *.h PATTERN *_p.h EXCLUDE)
+# The folders in lumen hold internal headers only.
+file(GLOB LUMEN_HEADERS CONFIGURE_DEPENDS lumen/*.h)
+list(FILTER LUMEN_HEADERS EXCLUDE REGEX "_p\\.h$")
+install(FILES ${LUMEN_HEADERS} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/lumen)
 install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
 install(EXPORT displaylistTargets NAMESPACE displaylist:: DESTINATION ${PACKAGE_DIR})

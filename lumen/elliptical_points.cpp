@@ -16,7 +16,7 @@ void LD_Generate_Elliptical_Points(const LM_DCI_Point& center, const LM_DCI_Poin
                                    LM_DCI_Point* out) {
   if (count < 1) return;
   if (!std::isfinite(start) || !std::isfinite(end) || !std::isfinite(rotation)) {
-    std::fill_n(out, count, center);
+    std::fill_n(out, count, LM_DCI_Point{center.x, center.y, 0});
     return;
   }
   const double cos_rotation = std::cos(double{rotation});

@@ -3,9 +3,9 @@
 #include <new>
 
 #ifdef LUMEN_PLAIN_HEAP
-#include "lumen/plain_heap_core_p.h"
+#include "lumen/heap/plain_heap_core_p.h"
 #else
-#include "lumen/packed_heap_core_p.h"
+#include "lumen/heap/packed_heap_core_p.h"
 #endif
 
 namespace lumen {

@@ -2,19 +2,19 @@
 
 #include <algorithm>
 
-#include "lumen/clip_mask_p.h"
-#include "lumen/coverage_p.h"
-#include "lumen/image_blit_p.h"
-#include "lumen/line_pattern_p.h"
-#include "lumen/marker_stamp_p.h"
-#include "lumen/pixel_rectangle_p.h"
-#include "lumen/shaded_line_p.h"
-#include "lumen/shaded_strip_p.h"
-#include "lumen/shape_p.h"
-#include "lumen/smooth_line_p.h"
-#include "lumen/span_pen_p.h"
-#include "lumen/stroker_p.h"
-#include "lumen/thin_line_p.h"
+#include "lumen/geometry/coverage_p.h"
+#include "lumen/geometry/line_pattern_p.h"
+#include "lumen/geometry/marker_stamp_p.h"
+#include "lumen/geometry/pixel_rectangle_p.h"
+#include "lumen/geometry/shape_p.h"
+#include "lumen/geometry/stroker_p.h"
+#include "lumen/raster/clip_mask_p.h"
+#include "lumen/raster/image_blit_p.h"
+#include "lumen/raster/shaded_line_p.h"
+#include "lumen/raster/shaded_strip_p.h"
+#include "lumen/raster/smooth_line_p.h"
+#include "lumen/raster/span_pen_p.h"
+#include "lumen/raster/thin_line_p.h"
 
 namespace lumen {
 namespace {

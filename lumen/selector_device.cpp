@@ -1,6 +1,6 @@
 #include "lumen/selector_device.h"
 
-#include "lumen/selector_p.h"
+#include "lumen/selector/selector_p.h"
 
 namespace lumen {
 

@@ -1,6 +1,6 @@
 #include "lumen/vector_device.h"
 
-#include "lumen/vector_painter_p.h"
+#include "lumen/vector/vector_painter_p.h"
 
 namespace lumen {
 

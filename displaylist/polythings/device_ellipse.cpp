@@ -55,10 +55,11 @@ double principal_angle(const Vector& p, const Vector& q) {
   return least;
 }
 
-/// The direction of the first axis; a flat one takes it from the second.
-double axis_rotation(const Vector& first, const Vector& second) {
-  const bool is_flat = first.x == 0.0 && first.y == 0.0;
-  return is_flat ? std::atan2(-second.x, second.y) : std::atan2(first.y, first.x);
+/// The direction of the first axis, taken from the longer of the two: that of
+/// an axis which the view has lost is noise.
+double axis_rotation(const Vector& first, const Vector& second, bool mirrored) {
+  if (dot(first, first) >= dot(second, second)) return std::atan2(first.y, first.x);
+  return mirrored ? std::atan2(second.x, -second.y) : std::atan2(-second.x, second.y);
 }
 
 void set_angles(DeviceEllipse& device, const LogicalEllipse& ellipse, double shift, bool mirrored) {
@@ -80,17 +81,18 @@ DeviceEllipse to_device(const DisplayList& list, const LogicalEllipse& ellipse) 
   const double cosine = std::cos(double{ellipse.rotation});
   const double sine = std::sin(double{ellipse.rotation});
   const Vector p = transformed(list, {ellipse.major * cosine, ellipse.major * sine});
-  const Vector q = transformed(list, {-ellipse.minor * sine, ellipse.minor * cosine});
+  const Vector q = transformed(list, {ellipse.minor * -sine, ellipse.minor * cosine});
   const double shift = principal_angle(p, q);
   const Vector first = combine(p, q, shift);
   const Vector second = combine(q, {-p.x, -p.y}, shift);
+  const bool mirrored = p.x * q.y < p.y * q.x;
 
   DeviceEllipse device{};
   device.center = device_center(list, ellipse.center);
   device.radii = {rounding::nearest_saturated(std::hypot(first.x, first.y)),
                   rounding::nearest_saturated(std::hypot(second.x, second.y)), 0};
-  device.rotation = angle::normalized(static_cast<float>(axis_rotation(first, second)));
-  set_angles(device, ellipse, shift, p.x * q.y < p.y * q.x);
+  device.rotation = angle::normalized(static_cast<float>(axis_rotation(first, second, mirrored)));
+  set_angles(device, ellipse, shift, mirrored);
   return device;
 }
 

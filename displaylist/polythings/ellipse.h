@@ -11,9 +11,10 @@ namespace DL {
 /// in logical coordinates. Angles of the family are this t, in radians, before
 /// the rotation. The stroke follows the rendition's line style.
 ///
-/// Radii of any sign and angles of any size are taken as the formula has them;
-/// angles that are not finite draw nothing, nor does a centre that has a 32-bit
-/// limit for a coordinate.
+/// Radii of any sign and angles of any size are taken as the formula has them.
+/// A NaN among the angles and an infinite rotation draw nothing, nor does a
+/// centre that has a 32-bit limit for a coordinate; an infinite end of an arc
+/// counts as 0, or makes it whole.
 class DISPLAYLIST_API DLEllipse : public Drawable {
  public:
   /// `display_list`, whose device scale tells how finely vectors divide the

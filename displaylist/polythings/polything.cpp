@@ -146,7 +146,8 @@ void Polything::grow_points(std::int32_t capacity, LumenHeap* heap) {
 
 DrawableVectorIteratorPolything::DrawableVectorIteratorPolything(Polything& polything)
     : last(std::max(polything.count, 0) - 1) {
-  if (initialize(&polything)) DrawableVectorIteratorPolything::get_vector(0);
+  // A polydot of one point has a vector, but no pair of points.
+  if (initialize(&polything) && last > 0) DrawableVectorIteratorPolything::get_vector(0);
   m_bDone = false;
 }
 

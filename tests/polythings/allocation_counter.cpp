@@ -22,6 +22,14 @@ void* operator new(std::size_t size) {
 void* operator new[](std::size_t size) {
   return allocate(size);
 }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+  AllocationCounter::note(size);
+  return std::malloc(size == 0 ? 1 : size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+  AllocationCounter::note(size);
+  return std::malloc(size == 0 ? 1 : size);
+}
 void operator delete(void* memory) noexcept {
   std::free(memory);
 }
