@@ -113,30 +113,31 @@ void RasterDevice::draw_polyline(LM_Rendition* rendition, std::int32_t count,
   shape.fill(LM_Fill_Rule::non_zero, m_antialiased, inside, pen);
 }
 
-void RasterDevice::draw_polygon(LM_Rendition* rendition, std::int32_t count,
-                                const LM_DCI_Point* points, std::int32_t /*reserved*/) {
-  const LM_RGB32 ink = rendition->color();
-  const PixelRectangle inside = visible_pixels(m_picture, rendition->clip_rectangle());
-  if (count < 3 || is_invisible(ink) || inside.is_empty()) return;
+template <class Collect>
+void RasterDevice::fill_shape(LM_Rendition& rendition, LM_Fill_Rule rule, const Collect& collect) {
+  const LM_RGB32 ink = rendition.color();
+  const PixelRectangle inside = visible_pixels(m_picture, rendition.clip_rectangle());
+  if (is_invisible(ink) || inside.is_empty()) return;
 
-  SpanPen pen(m_picture, ink, clip_mask(*rendition));
+  SpanPen pen(m_picture, ink, clip_mask(rendition));
   Shape& shape = scratch().shape;
   shape.clear();
-  add_polygon(count, points, shape);
-  shape.fill(LM_Fill_Rule::even_odd, m_antialiased, inside, pen);
+  collect(shape);
+  shape.fill(rule, m_antialiased, inside, pen);
+}
+
+void RasterDevice::draw_polygon(LM_Rendition* rendition, std::int32_t count,
+                                const LM_DCI_Point* points, std::int32_t /*reserved*/) {
+  if (count < 3) return;
+  fill_shape(*rendition, LM_Fill_Rule::even_odd,
+             [&](Shape& shape) { add_polygon(count, points, shape); });
 }
 
 void RasterDevice::draw_strip(LM_Rendition* rendition, std::int32_t count,
                               const LM_DCI_Point* points) {
-  const LM_RGB32 ink = rendition->color();
-  const PixelRectangle inside = visible_pixels(m_picture, rendition->clip_rectangle());
-  if (count < 3 || is_invisible(ink) || inside.is_empty()) return;
-
-  SpanPen pen(m_picture, ink, clip_mask(*rendition));
-  Shape& shape = scratch().shape;
-  shape.clear();
-  add_strip(count, points, shape);
-  shape.fill(LM_Fill_Rule::non_zero, m_antialiased, inside, pen);
+  if (count < 3) return;
+  fill_shape(*rendition, LM_Fill_Rule::non_zero,
+             [&](Shape& shape) { add_strip(count, points, shape); });
 }
 
 void RasterDevice::draw_markers(LM_Rendition* rendition, std::int32_t count,

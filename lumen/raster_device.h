@@ -116,6 +116,9 @@ class LUMEN_API RasterDevice final : public LM_Renderer {
 
  private:
   const std::uint8_t* clip_mask(LM_Rendition& rendition) const;
+  /// Fills what `collect(shape)` adds in the rendition's colour.
+  template <class Collect>
+  void fill_shape(LM_Rendition& rendition, LM_Fill_Rule rule, const Collect& collect);
   void fill_area(LM_Rendition& rendition, const EllipticalArc& arc, ArcArea area, LM_RGB32 ink,
                  const PixelRectangle& inside);
   void stroke_arc(LM_Rendition& rendition, const EllipticalArc& arc, const PixelRectangle& inside);
