@@ -11,6 +11,11 @@ constexpr std::uint32_t opacity_of(LM_RGB32 color) {
   return 255 - (color.word >> 24);
 }
 
+/// Whether the colour covers nothing.
+constexpr bool is_invisible(LM_RGB32 color) {
+  return opacity_of(color) == 0;
+}
+
 /// a * b / 255, rounded; both up to 255.
 constexpr std::uint32_t scale_255(std::uint32_t a, std::uint32_t b) {
   const std::uint32_t product = a * b + 128;

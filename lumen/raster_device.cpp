@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "lumen/geometry/coverage_p.h"
+#include "lumen/geometry/hard_clip_p.h"
 #include "lumen/geometry/line_pattern_p.h"
 #include "lumen/geometry/marker_stamp_p.h"
 #include "lumen/geometry/pixel_rectangle_p.h"
@@ -18,10 +19,6 @@
 
 namespace lumen {
 namespace {
-
-constexpr bool is_invisible(LM_RGB32 color) {
-  return opacity_of(color) == 0;
-}
 
 /// A line like most: opaque, one pixel wide, solid.
 bool is_plain(LM_RGB32 color, const LM_Line_Style& style) {
@@ -76,11 +73,7 @@ RasterDevice::RasterDevice(Picture& picture) : m_picture(picture) {
 }
 
 const std::uint8_t* RasterDevice::clip_mask(LM_Rendition& rendition) const {
-  if (!rendition.hard_complex_clip_validated()) {
-    if (!rendition.complex_clip()) return nullptr;
-    rendition.validate_hard_complex_clip();
-  }
-  const LM_Contour_Set_Data* clip = rendition.hard_complex_clip();
+  const LM_Contour_Set_Data* clip = hard_clip(rendition);
   return clip == nullptr ? nullptr : scratch().masks.mask(*clip, m_picture, m_antialiased);
 }
 

@@ -30,7 +30,7 @@ enum class VectorFormat : std::uint8_t { pdf, svg };
 ///   styles hold for the whole line; its dashes then have flat ends. A polyline
 ///   without length is a square, or a disc if it starts round, of its weight.
 /// - Each segment of a Gouraud polyline has a gradient of its own. Transparent
-///   ones have no joints where the transparency varies along the line.
+///   ones have no joints and no round ends where the transparency varies.
 /// - Gouraud strips are meshes in PDF. SVG has none: there each triangle is cut
 ///   into as many bands as its colours need to come out within two of 255 steps,
 ///   each with a gradient along it; most need one.

@@ -20,7 +20,8 @@ std::vector<std::string_view> gallery_classes();
 /// Every drawable class in each variant that it has. A class has a row of four
 /// cells; from the middle of the sheet outwards: plain; palettized, where the
 /// class can be; hidden; plain once more, cut off by the edge of the sheet.
-/// `image` is what the images show.
+/// `image` is what the images show and the textured strips
+/// are covered with; with none the images are missing.
 std::unique_ptr<Sheet> make_gallery(const LM_Handle<LM_Image>& image);
 
 }  // namespace scenes

@@ -190,6 +190,8 @@ class DISPLAYLIST_API DisplayList {
   /// Never returns null: an unknown index gets some rendition.
   LM_Rendition* (*m_pfnIndexToRendition)(void*, int) = nullptr;
   void* m_pIndexToRenditionContext = nullptr;
+  /// Constructs what streams hold and the library does not itself; null, or no
+  /// factory, ends the reading. See standard_factory in catalogue.h.
   Drawable* (*m_pfnCreateDrawable)(void*, int) = nullptr;
   void* m_pCreateDrawableContext = nullptr;
   /// Told of a drawable that was read with a palette colour and whose class

@@ -35,8 +35,9 @@ class DISPLAYLIST_API DLEllipse : public Drawable {
   /// False: the vectors depend on the scale of the list.
   bool has_fixed_representation() const override;
   bool supports_fast_vector_iterator() const override;
-  /// The number of vectors of the outline, 2 at least: about 4 times the root of
-  /// the larger device radius for a whole turn.
+  /// The number of vectors of the outline, 2 at least: for a whole turn about 4
+  /// times the root of the larger of major and minor, each times the device
+  /// scale of its axis, sign included: in a view with y upwards that is major.
   int get_vector_count() const override;
   DrawableVectorIterator* create_vector_iterator(bool flag) override;
   void dump(std::ostream& os, int level, DisplayListDebug& statistics) const override;

@@ -11,10 +11,10 @@ class DISPLAYLIST_API DLTexturedPolytriangle : public DLPolytriangle {
  public:
   /// What the strip has at each of its vertices: arrays as long as the points.
   struct Vertices {
-    const LM_RGB32* colors;                  ///< ground colours
-    const LM_Vertex_Triple* triples;         ///< places on texture pages
-    const std::uint32_t* values;             ///< modulation of the texture, or null
-    const LM_Vertex_Triple* second_triples;  ///< places on second pages, or null
+    const LM_RGB32* colors = nullptr;                  ///< ground colours
+    const LM_Vertex_Triple* triples = nullptr;         ///< places on texture pages
+    const std::uint32_t* values = nullptr;             ///< modulation of the texture, or null
+    const LM_Vertex_Triple* second_triples = nullptr;  ///< places on second pages, or null
   };
 
   /// Copies `count` points, 3 at least, and the arrays.

@@ -3,6 +3,33 @@
 #include <algorithm>
 
 namespace lumen {
+namespace {
+
+bool is_closed(std::int32_t count, const LM_DCI_Point* points) {
+  const LM_DCI_Point& last = points[count - 1];
+  return count > 3 && points[0].x == last.x && points[0].y == last.y;
+}
+
+/// Whether there are three points of which each two are 3 pixels apart or more:
+/// the library merges points up to 1.5 pixels apart, and draws nothing of a
+/// closed polyline of which fewer than three are left.
+bool has_three_corners(std::int32_t count, const LM_DCI_Point* points) {
+  const auto distance = [](const LM_DCI_Point& a, const LM_DCI_Point& b) {
+    const std::int64_t x = std::int64_t{a.x} - b.x;
+    const std::int64_t y = std::int64_t{a.y} - b.y;
+    return x * x + y * y;
+  };
+  const LM_DCI_Point& first = points[0];
+  const LM_DCI_Point& farthest =
+      *std::max_element(points, points + count, [&](const LM_DCI_Point& a, const LM_DCI_Point& b) {
+        return distance(first, a) < distance(first, b);
+      });
+  return std::any_of(points, points + count, [&](const LM_DCI_Point& point) {
+    return distance(first, point) >= 9 && distance(farthest, point) >= 9;
+  });
+}
+
+}  // namespace
 
 SmoothLine::SmoothLine() : m_renderer(m_target, m_profile), m_rasterizer(m_renderer) {
   // No wider blur than the pixel that the line itself is wide.
@@ -20,6 +47,7 @@ bool SmoothLine::can_draw(std::int32_t count, const LM_DCI_Point* points) {
     box.max_y = std::max(box.max_y, points[i].y);
   }
   if (box.min_x < -far || box.max_x > far || box.min_y < -far || box.max_y > far) return false;
+  if (is_closed(count, points)) return has_three_corners(count, points);
   return box.max_x - box.min_x > 2 || box.max_y - box.min_y > 2;
 }
 
@@ -30,8 +58,7 @@ void SmoothLine::draw(std::int32_t count, const LM_DCI_Point* points,
   constexpr double margin = 64;
   m_renderer.clip_box(inside.min_x - margin, inside.min_y - margin, inside.max_x + margin,
                       inside.max_y + margin);
-  const LM_DCI_Point& last = points[count - 1];
-  const bool closed = count > 3 && points[0].x == last.x && points[0].y == last.y;
+  const bool closed = is_closed(count, points);
   m_rasterizer.move_to_d(points[0].x + 0.5, points[0].y + 0.5);
   for (std::int32_t i = 1; i < (closed ? count - 1 : count); ++i) {
     m_rasterizer.line_to_d(points[i].x + 0.5, points[i].y + 0.5);

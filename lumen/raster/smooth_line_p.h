@@ -21,7 +21,8 @@ class SmoothLine {
   SmoothLine& operator=(const SmoothLine&) = delete;
 
   /// Whether the polyline can be drawn so: the outline renderer swallows
-  /// polylines of less than two pixels and saturates far coordinates.
+  /// polylines of less than two pixels and flat closed ones, and saturates far
+  /// coordinates.
   static bool can_draw(std::int32_t count, const LM_DCI_Point* points);
 
   /// `Pen` has `varied(x, y, length, covers)`.

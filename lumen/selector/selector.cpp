@@ -1,5 +1,9 @@
 #include <algorithm>
+#include <cmath>
+#include <limits>
+#include <span>
 
+#include "lumen/geometry/hard_clip_p.h"
 #include "lumen/pixel_blend_p.h"
 #include "lumen/selector/selector_p.h"
 
@@ -7,7 +11,7 @@ namespace lumen {
 namespace {
 
 bool is_visible(LM_RGB32 color) {
-  return opacity_of(color) != 0;
+  return !is_invisible(color);
 }
 
 /// Whether there are colours and one of them is visible.
@@ -23,9 +27,34 @@ bool have_page(std::int32_t count, const LM_Vertex_Triple* places, const LM_Text
          });
 }
 
-const LM_Contour_Set_Data* complex_clip(LM_Rendition& rendition) {
-  if (rendition.complex_clip()) rendition.validate_hard_complex_clip();
-  return rendition.hard_complex_clip();
+/// The part of the pixels that the clip's contours may enclose.
+PixelRectangle within(const PixelRectangle& pixels, const LM_Contour_Set_Data& clip) {
+  constexpr double infinity = std::numeric_limits<double>::infinity();
+  double min_x = infinity;
+  double min_y = infinity;
+  double max_x = -infinity;
+  double max_y = -infinity;
+  for (std::int32_t i = 0; i < clip.contour_count(); ++i) {
+    const LM_Contour contour = clip.contour(i);
+    if (contour.points == nullptr) continue;
+    for (const LM_Point& point :
+         std::span(contour.points, static_cast<std::size_t>(contour.count))) {
+      if (!std::isfinite(point.x) || !std::isfinite(point.y)) return pixels;
+      min_x = std::min(min_x, std::floor(double{point.x}));
+      min_y = std::min(min_y, std::floor(double{point.y}));
+      max_x = std::max(max_x, std::ceil(double{point.x}));
+      max_y = std::max(max_y, std::ceil(double{point.y}));
+    }
+  }
+  const auto limited = [](double value, std::int32_t min, std::int32_t max) {
+    return static_cast<std::int32_t>(std::clamp<double>(value, min, max));
+  };
+  if (min_x > pixels.max_x || max_x < pixels.min_x || min_y > pixels.max_y ||
+      max_y < pixels.min_y) {
+    return {0, 0, -1, -1};
+  }
+  return {limited(min_x, pixels.min_x, pixels.max_x), limited(min_y, pixels.min_y, pixels.max_y),
+          limited(max_x, pixels.min_x, pixels.max_x), limited(max_y, pixels.min_y, pixels.max_y)};
 }
 
 Selector::Hit hit_of(const LM_Rendition& rendition) {
@@ -55,7 +84,9 @@ template <class Test>
 void Selector::search(LM_Rendition& rendition, const PixelRectangle& inside, const Test& test) {
   const Hit hit = hit_of(rendition);
   if (!m_hits.empty() && m_hits.back() == hit) return;
-  if (test(TouchArea(inside, complex_clip(rendition)))) m_hits.push_back(hit);
+  const LM_Contour_Set_Data* clip = hard_clip(rendition);
+  const PixelRectangle pixels = clip == nullptr ? inside : within(inside, *clip);
+  if (!pixels.is_empty() && test(TouchArea(pixels, clip))) m_hits.push_back(hit);
 }
 
 void Selector::dot_clipped(LM_Rendition* rendition, const LM_DCI_Point* point,

@@ -6,8 +6,10 @@
 #include <cerrno>
 #include <cmath>
 #include <cstring>
+#include <new>
 #include <utility>
 
+#include "lumen/geometry/hard_clip_p.h"
 #include "lumen/vector/svg_clip_rules_p.h"
 #include "lumen/vector/vector_color_p.h"
 
@@ -15,11 +17,6 @@ namespace lumen {
 namespace {
 
 constexpr double points_of_unit = 0.75;
-
-const LM_Contour_Set_Data* hard_clip(LM_Rendition& rendition) {
-  if (rendition.complex_clip()) rendition.validate_hard_complex_clip();
-  return rendition.hard_complex_clip();
-}
 
 void collect(const LM_Contour& from, Contour& to) {
   to.clear();
@@ -72,11 +69,15 @@ void VectorPage::open(std::int32_t width, std::int32_t height) {
 cairo_status_t VectorPage::write(void* page, const unsigned char* data, unsigned int size) {
   auto* self = static_cast<VectorPage*>(page);
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-  if (self->m_format == VectorFormat::svg) {
-    self->m_svg.append(bytes);
-    return CAIRO_STATUS_SUCCESS;
-  }
+  if (self->m_format == VectorFormat::svg) return self->keep(bytes);
   return self->write_to_file(bytes) ? CAIRO_STATUS_SUCCESS : CAIRO_STATUS_WRITE_ERROR;
+}
+
+cairo_status_t VectorPage::keep(std::string_view bytes) try {
+  m_svg.append(bytes);
+  return CAIRO_STATUS_SUCCESS;
+} catch (const std::bad_alloc&) {  // not through the frames of a C library
+  return CAIRO_STATUS_NO_MEMORY;
 }
 
 bool VectorPage::write_to_file(std::string_view bytes) {

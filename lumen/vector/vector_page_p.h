@@ -77,6 +77,8 @@ class VectorPage {
  private:
   void open(std::int32_t width, std::int32_t height);
   static cairo_status_t write(void* page, const unsigned char* data, unsigned int size);
+  /// Keeps bytes of an SVG until it is complete.
+  cairo_status_t keep(std::string_view bytes);
   bool write_to_file(std::string_view bytes);
   void set_clip(const LM_Clip_Rectangle& visible, const LM_Contour_Set_Data* clip);
   void end_clip();

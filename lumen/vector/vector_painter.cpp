@@ -10,9 +10,8 @@
 namespace lumen {
 namespace {
 
-constexpr bool is_invisible(LM_RGB32 color) {
-  return opacity_of(color) == 0;
-}
+/// The most pixels of one picture of a textured strip.
+constexpr std::int32_t pixels_of_band = 1 << 24;
 
 /// The part of the visible rectangle that the points may cover.
 LM_Clip_Rectangle covered_part(const LM_Clip_Rectangle& visible, std::int32_t count,
@@ -116,19 +115,24 @@ void VectorPainter::draw_textured_strip(LM_Rendition* rendition, std::int32_t co
   if (count < 3 || !m_page.enter(*rendition)) return;
   const LM_Clip_Rectangle part = covered_part(m_page.visible(), count, points);
   if (is_empty(part)) return;
-  Picture picture(part.max_x - part.min_x + 1, part.max_y - part.min_y + 1, {0xFFFFFFFF});
-  if (picture.is_empty()) return;
-  m_points.resize(static_cast<std::size_t>(count));
-  std::transform(points, points + count, m_points.begin(), [&](const LM_DCI_Point& point) {
-    return LM_DCI_Point{moved(point.x, part.min_x), moved(point.y, part.min_y), 0};
-  });
-  RasterDevice raster(picture);
-  raster.set_antialiased(true);
   LM_Rendition whole;
   whole.set_texture_pages(LM_Handle<const LM_Texture_Pages>(rendition->texture_pages()));
-  raster.draw_textured_strip(&whole, count, m_points.data(), colors, places, wrap, modulation,
-                             second_places);
-  m_images.draw_once(LM_Create<PictureImage>(std::move(picture)), {part.min_x, part.min_y, 0});
+  m_points.resize(static_cast<std::size_t>(count));
+  // In bands of rows, so that the pictures of a large page can be held.
+  const std::int32_t width = part.max_x - part.min_x + 1;
+  const std::int32_t rows = std::max(1, pixels_of_band / width);
+  for (std::int32_t top = part.min_y; top <= part.max_y; top += rows) {
+    Picture picture(width, std::min(rows, part.max_y - top + 1), {0xFFFFFFFF});
+    if (picture.is_empty()) return;
+    std::transform(points, points + count, m_points.begin(), [&](const LM_DCI_Point& point) {
+      return LM_DCI_Point{moved(point.x, part.min_x), moved(point.y, top), 0};
+    });
+    RasterDevice raster(picture);
+    raster.set_antialiased(true);
+    raster.draw_textured_strip(&whole, count, m_points.data(), colors, places, wrap, modulation,
+                               second_places);
+    m_images.draw_once(LM_Create<PictureImage>(std::move(picture)), {part.min_x, top, 0});
+  }
 }
 
 void VectorPainter::draw_markers(LM_Rendition* rendition, std::int32_t count,

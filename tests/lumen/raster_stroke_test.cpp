@@ -227,6 +227,28 @@ TEST(SmoothLine, TinyPolylinesDoNotVanish) {
   }
 }
 
+TEST(SmoothLine, FlatClosedPolylinesDoNotVanish) {
+  for (const Points& path :
+       {points({{5, 5}, {40, 5}, {40, 6}, {5, 6}, {5, 5}}),
+        points({{5, 5}, {40, 5}, {40, 6}, {5, 5}}), points({{5, 5}, {40, 5}, {40, 5}, {5, 5}}),
+        points({{5, 5}, {40, 40}, {40, 40}, {5, 5}}),
+        points({{5, 5}, {8, 5}, {8, 6}, {5, 6}, {5, 5}}),
+        points({{5, 5}, {6, 5}, {7, 5}, {8, 5}, {7, 5}, {6, 5}, {5, 5}}),
+        points({{5, 5}, {9, 5}, {9, 9}, {5, 5}})}) {
+    Canvas smooth(46, 46);
+    Canvas sharp(46, 46);
+    smooth.device.set_antialiased(true);
+    smooth.polyline(path);
+    sharp.polyline(path);
+    for (std::int32_t y = 0; y < 46; ++y) {
+      for (std::int32_t x = 0; x < 46; ++x) {
+        if (sharp.picture.pixel(x, y) == text_art::white) continue;
+        EXPECT_NE(smooth.picture.pixel(x, y), text_art::white) << x << "," << y;
+      }
+    }
+  }
+}
+
 TEST(SmoothLine, AClipRectangleOnlyHides) {
   std::mt19937 random(12);
   std::uniform_int_distribution<std::int32_t> any(-300, 330);

@@ -191,6 +191,8 @@ TEST(Selector, NothingIsTouchedOutsideTheComplexClip) {
     EXPECT_TRUE(picker.touches({0, 1, 0, 1}, draw));
     EXPECT_TRUE(picker.touches(2, 2, draw));
     EXPECT_FALSE(picker.touches({6, 8, 0, 8}, draw));
+    EXPECT_FALSE(picker.touches({-9, -1, 0, 8}, draw));
+    EXPECT_TRUE(picker.touches({-9, 9, -9, 9}, draw));
   }
   Picker picker;
   picker.rendition.set_complex_clip(clip, true);

@@ -228,6 +228,18 @@ void draw_all(const LM_Device_Actions& actions, LM_Rendition& rendition, std::in
 
 const Points square{{10, 10, 0}, {60, 10, 0}, {10, 60, 0}, {60, 60, 0}};
 
+TEST(VectorDevice, TexturedStripsOfLargePagesComeInBands) {
+  const std::string svg =
+      svg_of(65535, 300, [](const LM_Device_Actions& actions, LM_Rendition& rendition) {
+        const Points page{{0, 0, 0}, {65535, 0, 0}, {0, 300, 0}, {65535, 300, 0}};
+        const std::vector<LM_RGB32> ground(4, LM_RGB32{0x00336699});
+        actions.textured_triangle_strip_clipped(&rendition, 4, page.data(), ground.data(), nullptr,
+                                                LM_TEXTURE_REPEAT, nullptr, nullptr);
+      });
+  EXPECT_EQ(count_of(svg, "<use"), count_of(svg, "<image"));
+  EXPECT_GE(count_of(svg, "<image"), 2);
+}
+
 TEST(VectorDevice, DrawsNothingInInvisibleColors) {
   EXPECT_EQ(part_count(svg_of(100, 100,
                               [](const LM_Device_Actions& actions, LM_Rendition& rendition) {
