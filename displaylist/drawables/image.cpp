@@ -15,7 +15,7 @@ DLImage::DLImage(LM_RGB32 color, const BoundsTemplate<long>& rectangle,
                  const LM_Handle<LM_Image>& image)
     : Drawable(color),
       m_rect(rectangle),
-      m_pImageRef(static_cast<LM_Image**>(LD_AllocateMemory(sizeof(LM_Image*), nullptr))) {
+      m_pImageRef(static_cast<LM_Image**>(LD_AllocateMemory(sizeof(void*), nullptr))) {
   if (m_pImageRef == nullptr) return;
   *m_pImageRef = image.get();
   if (image) image->add_reference();

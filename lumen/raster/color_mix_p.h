@@ -25,7 +25,9 @@ inline std::uint32_t word_of(const Channels& channels) {
   std::uint32_t word = 0;
   for (std::size_t i = 0; i < 4; ++i) {
     // A signed number first: there is no quick way to an unsigned one.
-    word |= static_cast<std::uint32_t>(static_cast<std::int32_t>(channels[i] + 0.5F)) << (8 * i);
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings): no channel is negative
+    const auto rounded = static_cast<std::int32_t>(channels[i] + 0.5F);
+    word |= static_cast<std::uint32_t>(rounded) << (8 * i);
   }
   return word;
 }

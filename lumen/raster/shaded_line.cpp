@@ -4,6 +4,7 @@
 #include <array>
 #include <cmath>
 #include <numbers>
+#include <span>
 
 #include "lumen/raster/color_mix_p.h"
 #include "lumen/raster/convex_rows_p.h"
@@ -70,14 +71,15 @@ bool has_length(std::int32_t count, const LM_DCI_Point* points) {
   });
 }
 
-void paint_segment(const Segment& segment, double reach, const ColorRows& rows, float* distances) {
+void paint_segment(const Segment& segment, double reach, const ColorRows& rows,
+                   std::span<float> distances) {
   ConvexRows(segment.around(reach), 0)
       .sweep(rows.area, [&](std::int32_t x, std::int32_t y, std::int32_t length) {
         const std::ptrdiff_t first = rows.index(x, y);
         for (std::int32_t i = 0; i < length; ++i) {
           const auto [part, distance] = segment.nearest(x + i, y);
           std::uint32_t& word = rows.words[first + i];
-          float& known = distances[first + i];
+          float& known = distances[static_cast<std::size_t>(first + i)];
           if (word != unpainted && known <= distance) continue;
           word = painted(segment.color(part));
           known = distance;
@@ -127,8 +129,9 @@ void ShadedLine::draw(const ShadingTarget& target, std::int32_t count, const LM_
 
 void ShadedLine::paint(std::int32_t count, const LM_DCI_Point* points, const LM_RGB32* colors,
                        const Stripe& stripe, const ColorRows& rows) {
-  const auto height = static_cast<std::size_t>(rows.area.max_y - rows.area.min_y + 1);
-  const std::size_t pixels = static_cast<std::size_t>(rows.pitch) * height;
+  const std::int32_t height = rows.area.max_y - rows.area.min_y + 1;
+  const std::size_t pixels =
+      static_cast<std::size_t>(rows.pitch) * static_cast<std::size_t>(height);
   if (m_distances.size() < pixels) m_distances.resize(pixels);
   const auto place = [&](const LM_DCI_Point& point) {
     return agg::point_d(point.x + stripe.offset, point.y + stripe.offset);
@@ -137,7 +140,7 @@ void ShadedLine::paint(std::int32_t count, const LM_DCI_Point* points, const LM_
     if (points[i].x == points[i - 1].x && points[i].y == points[i - 1].y) continue;
     const Segment segment(place(points[i - 1]), place(points[i]),
                           ColorRamp(colors[i - 1], colors[i]));
-    paint_segment(segment, stripe.reach, rows, m_distances.data());
+    paint_segment(segment, stripe.reach, rows, m_distances);
   }
 }
 

@@ -73,6 +73,7 @@ std::uint32_t Texture::color(double u, double v) const {
 std::int64_t Texture::units(double coordinate, std::int32_t size) const {
   const double on_page =
       m_repeats ? coordinate - std::floor(coordinate) : std::clamp(coordinate, 0.0, 1.0);
+  // NOLINTNEXTLINE(bugprone-incorrect-roundings): not negative, and quick
   return static_cast<std::int64_t>(on_page * size * units_of_texel + 0.5);
 }
 
