@@ -9,7 +9,7 @@
 
 #include "tests/cli/dlview_run.h"
 #include "tests/importers/geojson.h"
-#include "tests/importers/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 

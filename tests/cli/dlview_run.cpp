@@ -9,7 +9,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "tests/importers/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 

@@ -10,7 +10,7 @@
 #include "lumen/png_file.h"
 #include "tests/cli/dlview_run.h"
 #include "tests/importers/geojson.h"
-#include "tests/importers/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 

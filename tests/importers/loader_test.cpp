@@ -7,7 +7,7 @@
 #include <filesystem>
 
 #include "importers/input_file.h"
-#include "tests/importers/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 

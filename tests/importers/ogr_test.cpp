@@ -8,8 +8,8 @@
 
 #include "tests/importers/geojson.h"
 #include "tests/importers/recorded_drawing.h"
-#include "tests/importers/temporary_folder.h"
 #include "tests/support/point_printing.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 

@@ -23,7 +23,6 @@ using testing::Not;
 using testing::StartsWith;
 using vector_file::count_of;
 using vector_file::Drawing;
-using vector_file::Folder;
 using vector_file::svg_of;
 
 namespace {
@@ -49,9 +48,9 @@ TEST(VectorSvg, HasTheSizeOfThePage) {
 }
 
 TEST(VectorPdf, HasTheSizeOfThePageInPoints) {
-  const Folder folder;
-  ASSERT_EQ(vector_file::write(VectorFormat::pdf, 640, 480, folder.file("a.pdf"), triangle), "");
-  EXPECT_THAT(vector_file::content_of(folder.file("a.pdf")),
+  const TemporaryFolder folder;
+  ASSERT_EQ(vector_file::write(VectorFormat::pdf, 640, 480, folder.path("a.pdf"), triangle), "");
+  EXPECT_THAT(vector_file::content_of(folder.path("a.pdf")),
               AllOf(StartsWith("%PDF-"), HasSubstr("/MediaBox [ 0 0 480 360 ]")));
 }
 
@@ -150,11 +149,11 @@ TEST(VectorImages, AreEmbeddedOnceHoweverOftenTheyAreDrawn) {
     };
   };
   EXPECT_EQ(count_of(svg_of(100, 100, draw(20)), "<image"), 1);
-  const Folder folder;
-  ASSERT_EQ(vector_file::write(VectorFormat::pdf, 100, 100, folder.file("1"), draw(1)), "");
-  ASSERT_EQ(vector_file::write(VectorFormat::pdf, 100, 100, folder.file("20"), draw(20)), "");
-  EXPECT_LT(vector_file::content_of(folder.file("20")).size(),
-            vector_file::content_of(folder.file("1")).size() + 1500);
+  const TemporaryFolder folder;
+  ASSERT_EQ(vector_file::write(VectorFormat::pdf, 100, 100, folder.path("1"), draw(1)), "");
+  ASSERT_EQ(vector_file::write(VectorFormat::pdf, 100, 100, folder.path("20"), draw(20)), "");
+  EXPECT_LT(vector_file::content_of(folder.path("20")).size(),
+            vector_file::content_of(folder.path("1")).size() + 1500);
 }
 
 TEST(VectorImages, AreEmbeddedOnlyWhereTheyAreSeen) {
@@ -321,8 +320,8 @@ TEST(VectorDevice, TakesCoordinatesAtTheLimits) {
   const std::vector<LM_RGB32> colors{{0x00FF0000}, {0x800000FF}, {0x0000FF00},
                                      {0xFF00FF00}, {0x00000000}, {0x00FFFFFF}};
   for (const VectorFormat format : formats) {
-    const Folder folder;
-    EXPECT_EQ(vector_file::write(format, 100, 100, folder.file("a"),
+    const TemporaryFolder folder;
+    EXPECT_EQ(vector_file::write(format, 100, 100, folder.path("a"),
                                  [&](const LM_Device_Actions& actions, LM_Rendition& rendition) {
                                    for (const std::int32_t weight : {1, low, high}) {
                                      rendition.set_line_weight(weight);
@@ -336,7 +335,7 @@ TEST(VectorDevice, TakesCoordinatesAtTheLimits) {
                                    }
                                  }),
               "");
-    EXPECT_EQ(vector_file::shown(format, folder.file("a")).width(), 100);
+    EXPECT_EQ(vector_file::shown(format, folder.path("a")).width(), 100);
   }
 }
 
@@ -345,8 +344,8 @@ TEST(VectorDevice, TakesClipsOfAnyNumbers) {
   const LM_Point corners[] = {{-1e30F, -1e30F, 0}, {1e30F, 0, 0},     {infinite, 5, 0},
                               {NAN, NAN, 0},       {3e38F, 3e38F, 0}, {-3e38F, 3e38F, 0}};
   for (const VectorFormat format : formats) {
-    const Folder folder;
-    EXPECT_EQ(vector_file::write(format, 100, 100, folder.file("a"),
+    const TemporaryFolder folder;
+    EXPECT_EQ(vector_file::write(format, 100, 100, folder.path("a"),
                                  [&](const LM_Device_Actions& actions, LM_Rendition& rendition) {
                                    LM_Contour_Set clip = LM_Create<LM_Contour_Set_Data>();
                                    clip->add_contour(corners, 6);
@@ -358,7 +357,7 @@ TEST(VectorDevice, TakesClipsOfAnyNumbers) {
                                    triangle(actions, rendition);
                                  }),
               "");
-    EXPECT_EQ(vector_file::shown(format, folder.file("a")).width(), 100);
+    EXPECT_EQ(vector_file::shown(format, folder.path("a")).width(), 100);
   }
 }
 
@@ -366,14 +365,14 @@ TEST(VectorDevice, TakesClipsOfAnyNumbers) {
 
 TEST(VectorFile, AppearsWithFinishAndReplacesWhatWasThere) {
   for (const VectorFormat format : formats) {
-    const Folder folder;
-    const std::string path = folder.file("a");
+    const TemporaryFolder folder;
+    const std::string path = folder.path("a");
     {
       VectorDevice dropped(format, 100, 100, path);
       LM_Rendition rendition;
       triangle(dropped.actions, rendition);
     }
-    EXPECT_EQ(folder.file_count(), 0);
+    EXPECT_EQ(folder.file_count(), 0U);
     std::ofstream(path) << "as it was";
     VectorDevice device(format, 100, 100, path);
     LM_Rendition rendition;
@@ -385,42 +384,42 @@ TEST(VectorFile, AppearsWithFinishAndReplacesWhatWasThere) {
     triangle(device.actions, rendition);
     EXPECT_EQ(device.finish(), "");
     EXPECT_EQ(vector_file::content_of(path), written);
-    EXPECT_EQ(folder.file_count(), 1);
+    EXPECT_EQ(folder.file_count(), 1U);
   }
 }
 
 TEST(VectorFile, TellsWhyItCannotBeWrittenAndLeavesNothing) {
   for (const VectorFormat format : formats) {
-    const Folder folder;
-    const std::string path = folder.file("no/such/folder");
+    const TemporaryFolder folder;
+    const std::string path = folder.path("no/such/folder");
     const std::string problem = vector_file::write(format, 100, 100, path, triangle);
     EXPECT_THAT(problem, AllOf(HasSubstr("'" + path + "'"), HasSubstr(std::strerror(ENOENT))));
-    EXPECT_EQ(folder.file_count(), 0);
-    std::filesystem::create_directory(folder.file("taken"));
-    EXPECT_THAT(vector_file::write(format, 100, 100, folder.file("taken"), triangle),
+    EXPECT_EQ(folder.file_count(), 0U);
+    std::filesystem::create_directory(folder.path("taken"));
+    EXPECT_THAT(vector_file::write(format, 100, 100, folder.path("taken"), triangle),
                 HasSubstr("taken"));
-    EXPECT_EQ(folder.file_count(), 1);
+    EXPECT_EQ(folder.file_count(), 1U);
   }
 }
 
 TEST(VectorFile, TellsOfImpossibleSizes) {
-  const Folder folder;
+  const TemporaryFolder folder;
   for (const auto& [width, height] :
        {std::pair{0, 5}, {5, -1}, {INT32_MIN, 5}, {VectorDevice::max_side + 1, 5}}) {
-    VectorDevice device(VectorFormat::pdf, width, height, folder.file("a"));
+    VectorDevice device(VectorFormat::pdf, width, height, folder.path("a"));
     LM_Rendition rendition;
     triangle(device.actions, rendition);
     EXPECT_THAT(device.finish(), HasSubstr("a side of the page must have 1 to 65535 units"));
     EXPECT_THAT(device.finish(), HasSubstr("a side of the page must have 1 to 65535 units"));
   }
-  EXPECT_EQ(folder.file_count(), 0);
+  EXPECT_EQ(folder.file_count(), 0U);
 }
 
 TEST(VectorFile, TakesTheLargestAndTheSmallestPage) {
   for (const VectorFormat format : formats) {
     for (const std::int32_t side : {1, VectorDevice::max_side}) {
-      const Folder folder;
-      EXPECT_EQ(vector_file::write(format, side, side, folder.file("a"), triangle), "");
+      const TemporaryFolder folder;
+      EXPECT_EQ(vector_file::write(format, side, side, folder.path("a"), triangle), "");
     }
   }
 }
@@ -442,10 +441,10 @@ TEST(VectorFile, TakesTheLargestAndTheSmallestPage) {
 
 TEST(VectorFile, AFullDiskIsToldAndLeavesNothing) {
   for (const VectorFormat format : formats) {
-    const Folder folder;
-    EXPECT_EXIT(write_beyond_limit(format, folder.file("a"), 1), testing::ExitedWithCode(0), "");
-    EXPECT_EXIT(write_beyond_limit(format, folder.file("a"), 5000), testing::ExitedWithCode(0), "");
-    EXPECT_EQ(folder.file_count(), 0);
+    const TemporaryFolder folder;
+    EXPECT_EXIT(write_beyond_limit(format, folder.path("a"), 1), testing::ExitedWithCode(0), "");
+    EXPECT_EXIT(write_beyond_limit(format, folder.path("a"), 5000), testing::ExitedWithCode(0), "");
+    EXPECT_EQ(folder.file_count(), 0U);
   }
 }
 

@@ -1,9 +1,6 @@
 #pragma once
 
-#include <unistd.h>
-
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <functional>
 #include <iterator>
@@ -13,29 +10,10 @@
 #include "displaylist/platform/rendition.h"
 #include "lumen/png_file.h"
 #include "lumen/vector_device.h"
+#include "tests/support/temporary_folder.h"
 
 /// Files that a vector device writes, for tests.
 namespace vector_file {
-
-/// A folder of the test's own, gone when the test is over.
-class Folder {
- public:
-  Folder() {
-    std::string name = (std::filesystem::temp_directory_path() / "vector-XXXXXX").string();
-    m_path = mkdtemp(name.data());
-  }
-  ~Folder() { std::filesystem::remove_all(m_path); }
-  Folder(const Folder&) = delete;
-  Folder& operator=(const Folder&) = delete;
-
-  [[nodiscard]] std::string file(const std::string& name) const { return (m_path / name).string(); }
-  [[nodiscard]] std::ptrdiff_t file_count() const {
-    return std::distance(std::filesystem::directory_iterator(m_path), {});
-  }
-
- private:
-  std::filesystem::path m_path;
-};
 
 inline std::string content_of(const std::string& path) {
   std::ifstream stream(path, std::ios::binary);
@@ -56,8 +34,8 @@ inline std::string write(lumen::VectorFormat format, std::int32_t width, std::in
 
 /// The text of an SVG; empty when it could not be written.
 inline std::string svg_of(std::int32_t width, std::int32_t height, const Drawing& drawing) {
-  const Folder folder;
-  const std::string path = folder.file("a.svg");
+  const TemporaryFolder folder;
+  const std::string path = folder.path("a.svg");
   const std::string problem = write(lumen::VectorFormat::svg, width, height, path, drawing);
   return problem.empty() ? content_of(path) : std::string();
 }

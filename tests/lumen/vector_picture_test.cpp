@@ -84,8 +84,8 @@ class VectorPicture : public testing::TestWithParam<VectorFormat> {
   /// `strangest`: see strangeness(); `difference`: how much of the ink may be
   /// elsewhere.
   void expect_like_raster(const Drawing& drawing, int strangest = 50, double difference = 0.1) {
-    const vector_file::Folder folder;
-    const std::string path = folder.file("a");
+    const TemporaryFolder folder;
+    const std::string path = folder.path("a");
     ASSERT_EQ(vector_file::write(GetParam(), side, side, path, drawing), "");
     const Picture expected = rastered(drawing);
     const Picture actual = vector_file::shown(GetParam(), path);
