@@ -20,6 +20,10 @@
 #include "displaylist/polythings/polytriangle.h"
 #include "displaylist/polythings/row_of_dots.h"
 #include "displaylist/polythings/textured_polytriangle.h"
+#include "displaylist/text/drawable_display_list.h"
+#include "displaylist/text/encoded_text.h"
+#include "displaylist/text/text.h"
+#include "displaylist/text/text_iterator.h"
 
 namespace DL {
 

@@ -1,6 +1,7 @@
 #include "lumen/raster_device.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "lumen/geometry/coverage_p.h"
 #include "lumen/geometry/hard_clip_p.h"
@@ -16,6 +17,8 @@
 #include "lumen/raster/smooth_line_p.h"
 #include "lumen/raster/span_pen_p.h"
 #include "lumen/raster/thin_line_p.h"
+#include "lumen/text/text_run_p.h"
+#include "lumen/text/text_shape_p.h"
 
 namespace lumen {
 namespace {
@@ -244,6 +247,39 @@ void RasterDevice::draw_textured_strip(LM_Rendition* rendition, std::int32_t cou
   scratch().shaded_strip.draw(
       {m_picture, inside, clip_mask(*rendition), m_antialiased}, count, points,
       {colors, first, modulation, second, rendition->texture_pages(), wrap});
+}
+
+template <class Character>
+void RasterDevice::fill_text(LM_Rendition& rendition, const LM_DCI_Point& start,
+                             const Character* characters, std::int32_t count) {
+  const LM_Text_Attributes& attributes = rendition.text_attributes();
+  const bool is_bar = is_tiny(attributes.size);
+  const LM_RGB32 ink = is_bar ? bar_ink(rendition.color()) : rendition.color();
+  const PixelRectangle inside = visible_pixels(m_picture, rendition.clip_rectangle());
+  if (is_invisible(ink) || inside.is_empty()) return;
+
+  const TextRun& run = set_text(attributes.font, characters, count);
+  TextPlacement placement(attributes, start);
+  placement.sit_on_pixels();
+  Shape& shape = scratch().shape;
+  shape.clear();
+  if (is_bar) {
+    add_bar(run, placement, shape);
+  } else {
+    add_glyphs(run, placement, inside, shape);
+  }
+  SpanPen pen(m_picture, ink, clip_mask(rendition));
+  shape.fill(LM_Fill_Rule::non_zero, true, inside, pen);
+}
+
+void RasterDevice::draw_text(LM_Rendition* rendition, const LM_DCI_Point& start,
+                             const wchar_t* characters, std::int32_t count) {
+  fill_text(*rendition, start, characters, count);
+}
+
+void RasterDevice::draw_text(LM_Rendition* rendition, const LM_DCI_Point& start,
+                             const unsigned char* characters, std::int32_t count) {
+  fill_text(*rendition, start, characters, count);
 }
 
 }  // namespace lumen

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "displaylist/platform/export.h"
-#include "displaylist/platform/renderer.h"
 #include "displaylist/platform/rendition.h"
 #include "lumen/picture.h"
+#include "lumen/text_renderer.h"
 
 namespace lumen {
 
@@ -11,7 +11,7 @@ class EllipticalArc;
 enum class ArcArea : std::uint8_t;
 struct PixelRectangle;
 
-/// The renderer that draws pixels. It draws every device action.
+/// The renderer that draws pixels. It draws every device action, and text.
 ///
 /// A device point (x, y) is the centre of pixel (x, y). Everything is limited
 /// to the picture, to the rendition's clip rectangle and to its complex clip,
@@ -68,6 +68,11 @@ struct PixelRectangle;
 ///   nearest ones. Another wrap than LM_Texture_Wrap knows is a clamp. Where a
 ///   vertex of a triangle has a u or v that is not finite, that page is missing
 ///   on the triangle. Ground colours or places that are null cover nothing.
+/// - Text is drawn as the outlines of its letters, always with smooth edges;
+///   letters that overlap cover a pixel once. Its size, angle and place are
+///   exact: letters are not fitted to pixels. Text of a size below 5 is a bar in
+///   its place, as high as its small letters, in the colour at 40 % of its
+///   opacity.
 ///
 /// The same geometry covers the same pixels through any clip rectangle, but
 /// for the last bits of antialiased covers and for pixels whose centre lies
@@ -81,7 +86,7 @@ struct PixelRectangle;
 /// most, and the two complex clips it drew with last, alive, each with a mask of
 /// a byte per pixel of the picture.
 /// The masks take 64 MB at most, or a single one what it needs.
-class LUMEN_API RasterDevice final : public LM_Renderer {
+class LUMEN_API RasterDevice final : public TextRenderer {
  public:
   /// Draws into the picture, which outlives the device.
   explicit RasterDevice(Picture& picture);
@@ -90,6 +95,11 @@ class LUMEN_API RasterDevice final : public LM_Renderer {
   /// to be changed while something is drawn.
   void set_antialiased(bool antialiased) { m_antialiased = antialiased; }
   [[nodiscard]] bool is_antialiased() const { return m_antialiased; }
+
+  void draw_text(LM_Rendition* rendition, const LM_DCI_Point& start, const wchar_t* characters,
+                 std::int32_t count) override;
+  void draw_text(LM_Rendition* rendition, const LM_DCI_Point& start,
+                 const unsigned char* characters, std::int32_t count) override;
 
   // The actions, called through the table.
   void draw_dot(LM_Rendition* rendition, const LM_DCI_Point* point, const LM_RGB32* color);
@@ -122,6 +132,9 @@ class LUMEN_API RasterDevice final : public LM_Renderer {
   void fill_area(LM_Rendition& rendition, const EllipticalArc& arc, ArcArea area, LM_RGB32 ink,
                  const PixelRectangle& inside);
   void stroke_arc(LM_Rendition& rendition, const EllipticalArc& arc, const PixelRectangle& inside);
+  template <class Character>
+  void fill_text(LM_Rendition& rendition, const LM_DCI_Point& start, const Character* characters,
+                 std::int32_t count);
 
   Picture& m_picture;
   bool m_antialiased = false;

@@ -1,5 +1,6 @@
 #include <array>
 #include <cstdio>
+#include <string_view>
 
 #include "lumen/recorder.h"
 
@@ -17,6 +18,20 @@ std::string number(double value) {
   std::array<char, 40> text{};
   std::snprintf(text.data(), text.size(), "%.9g", value);
   return text.data();
+}
+
+/// In quotes; what is not printable ASCII by its number, written in `format`.
+template <class Character>
+std::string quoted(std::basic_string_view<Character> text, const char* format) {
+  std::string result = "\"";
+  for (const Character character : text) {
+    const auto value = static_cast<std::uint32_t>(std::make_unsigned_t<Character>(character));
+    const bool is_plain = value >= ' ' && value <= '~' && value != '"' && value != '\\';
+    std::array<char, 16> code{static_cast<char>(value)};
+    if (!is_plain) std::snprintf(code.data(), code.size(), format, value);
+    result += code.data();
+  }
+  return result + "\"";
 }
 
 std::string values_of(const LM_Vertex_Triple& triple) {
@@ -59,12 +74,29 @@ void append_arguments(std::string& line, const RecordedCall& call) {
   if (call.own_color) line += " own_color=" + hexadecimal(*call.own_color);
 }
 
+void append_text(std::string& line, const RecordedCall& call) {
+  if (call.action == "wide_text") {
+    line += " " + quoted(std::wstring_view(call.wide_text), "\\u%04X");
+  } else if (call.action == "multibyte_text") {
+    line += " " + quoted(std::string_view(call.multibyte_text), "\\x%02X");
+  } else {
+    return;
+  }
+  const LM_Text_Attributes& attributes = call.text_attributes;
+  line += " size=" + number(attributes.size);
+  if (attributes.rotation != 0) line += " rotation=" + number(attributes.rotation);
+  if (attributes.width_scale != 1) line += " width_scale=" + number(attributes.width_scale);
+  const std::wstring name = attributes.font.description().name;
+  if (!name.empty()) line += " font=" + quoted(std::wstring_view(name), "\\u%04X");
+}
+
 }  // namespace
 
 std::string to_string(const RecordedCall& call) {
   std::string line = call.action;
   append_state(line, call);
   append_arguments(line, call);
+  append_text(line, call);
   return line;
 }
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "displaylist/platform/multibyte.h"
+
 namespace lumen {
 namespace {
 
@@ -94,6 +96,28 @@ void Recorder::add_ellipse(const char* action, const LM_Rendition* rendition,
   if (radii != nullptr) call.points.push_back(*radii);
   call.angles = {start, end, rotation};
   call.own_color = value_behind(fill);
+}
+
+RecordedCall& Recorder::add_text(const char* action, const LM_Rendition* rendition,
+                                 const LM_DCI_Point& start) {
+  RecordedCall& call = add(action, rendition, 1, &start);
+  if (rendition != nullptr) call.text_attributes = rendition->text_attributes();
+  return call;
+}
+
+void Recorder::draw_text(LM_Rendition* rendition, const LM_DCI_Point& start,
+                         const wchar_t* characters, std::int32_t count) {
+  RecordedCall& call = add_text("wide_text", rendition, start);
+  for (std::int32_t i = 0; characters != nullptr && i < count && characters[i] != 0; ++i) {
+    call.wide_text += characters[i];
+  }
+}
+
+void Recorder::draw_text(LM_Rendition* rendition, const LM_DCI_Point& start,
+                         const unsigned char* characters, std::int32_t count) {
+  RecordedCall& call = add_text("multibyte_text", rendition, start);
+  if (characters == nullptr) return;
+  call.multibyte_text.assign(characters, LM_Multibyte::advanced(characters, count));
 }
 
 void Recorder::dot_clipped(LM_Rendition* rendition, const LM_DCI_Point* point,

@@ -5,15 +5,17 @@
 #include <vector>
 
 #include "displaylist/platform/export.h"
-#include "displaylist/platform/renderer.h"
 #include "displaylist/platform/rendition.h"
+#include "lumen/text_renderer.h"
 
 namespace lumen {
 
-/// One device action as it was called. What the arguments point to is copied;
-/// fields that the action has no argument for keep their defaults.
+/// One device action, or text, as it was called. What the arguments point to is
+/// copied; fields that the action has no argument for keep their defaults.
 struct RecordedCall {
-  std::string action;  ///< the name of the entry, "polyline_clipped"
+  /// The name of the entry, "polyline_clipped"; "wide_text" or "multibyte_text"
+  /// of texts.
+  std::string action;
 
   const LM_Rendition* rendition = nullptr;  ///< compared by address only
   LM_RGB32 color;                           ///< this and the next: the rendition's, at the call
@@ -25,7 +27,8 @@ struct RecordedCall {
   const void* selection_key = nullptr;
   std::int32_t selection_index = 0;
 
-  /// The points of the action; of an arc or an area the centre and the radii.
+  /// The points of the action; of an arc or an area the centre and the radii; of
+  /// a text its start.
   std::vector<LM_DCI_Point> points;
   std::vector<LM_RGB32> vertex_colors;
   /// Of a textured strip, in the order of its arguments.
@@ -36,16 +39,22 @@ struct RecordedCall {
   std::optional<LM_RGB32> own_color;    ///< of a dot, or the fill of an ellipse
   std::optional<std::int32_t> integer;  ///< a polygon's last, a textured strip's argument
   LM_Image* const* image_cell = nullptr;
+
+  // Of texts only.
+  std::wstring wide_text;
+  std::string multibyte_text;
+  LM_Text_Attributes text_attributes;  ///< the rendition's, at the call
 };
 
 /// One line for people and for comparisons: the action, the colour, what
 /// differs from a default line style, then the arguments, as in
-/// "polyline_clipped color=00FF0000 (1,2) (3,4)". Addresses are left out.
+/// "polyline_clipped color=00FF0000 (1,2) (3,4)" or
+/// "wide_text color=00000000 (1,2) \"caf\u00E9\" size=12". Addresses are left out.
 LUMEN_API std::string to_string(const RecordedCall& call);
 
-/// A renderer that draws nothing and writes every action down in order. Calls
-/// from several threads at once are not allowed.
-class LUMEN_API Recorder final : public LM_Renderer {
+/// A renderer that draws nothing and writes every action and text down in order.
+/// Calls from several threads at once are not allowed.
+class LUMEN_API Recorder final : public TextRenderer {
  public:
   Recorder();
 
@@ -53,6 +62,12 @@ class LUMEN_API Recorder final : public LM_Renderer {
   /// Every call as `to_string` tells it.
   [[nodiscard]] std::vector<std::string> lines() const;
   void clear() { m_calls.clear(); }
+
+  /// Text up to the count or a zero; null is no text.
+  void draw_text(LM_Rendition* rendition, const LM_DCI_Point& start, const wchar_t* characters,
+                 std::int32_t count) override;
+  void draw_text(LM_Rendition* rendition, const LM_DCI_Point& start,
+                 const unsigned char* characters, std::int32_t count) override;
 
   // The actions, called through the table.
   void dot_clipped(LM_Rendition* rendition, const LM_DCI_Point* point, const LM_RGB32* color);
@@ -116,6 +131,8 @@ class LUMEN_API Recorder final : public LM_Renderer {
   void add_ellipse(const char* action, const LM_Rendition* rendition, const LM_DCI_Point* center,
                    const LM_DCI_Point* radii, double start, double end, double rotation,
                    const LM_RGB32* fill);
+  RecordedCall& add_text(const char* action, const LM_Rendition* rendition,
+                         const LM_DCI_Point& start);
 
   std::vector<RecordedCall> m_calls;
 };

@@ -1,11 +1,27 @@
 #include "displaylist/platform/rendition.h"
 
+#include <cmath>
+#include <limits>
+
 namespace {
 
-/// The data behind the handle, cloned if another handle holds it too.
-LM_Rendition_Data& unshare(LM_Handle<LM_Rendition_Data>& data) {
-  if (data->is_shared()) data = LM_Create<LM_Rendition_Data>(*data);
+/// What is behind the handle, cloned if another handle holds it too.
+template <class T>
+T& unshare(LM_Handle<T>& data) {
+  if (data->is_shared()) data = LM_Create<T>(*data);
   return *data;
+}
+
+/// The angle in [0, 2 pi), computed in single precision. One of so many turns
+/// that they do not fit 32 bits says nothing about a direction: 0.
+float normalized(float angle) {
+  constexpr float turn = 6.2831855F;
+  const float turns = angle / turn;
+  if (!(std::fabs(turns) < 2147483648.0F)) return 0.0F;
+  float result = angle - static_cast<float>(static_cast<std::int32_t>(turns)) * turn;
+  while (result >= turn) result -= turn;
+  while (result < 0.0F) result += turn;
+  return std::fabs(result - turn) < std::numeric_limits<float>::epsilon() ? 0.0F : result;
 }
 
 }  // namespace
@@ -85,4 +101,43 @@ void LM_Rendition::validate_hard_complex_clip() {
 void LM_Rendition::set_selector_data(LM_Handle<LM_Selector_Data> data) {
   if (data == m_data->selector_data) return;
   writable().selector_data = std::move(data);
+}
+
+LM_Text_Attributes& LM_Rendition::writable_text_attributes() {
+  LM_Text_Attributes& attributes = unshare(unshare(m_data).text_attributes);
+  attributes.change_serial = LUMEN.next_change_serial();
+  return attributes;
+}
+
+LM_Text_Attributes& LM_Rendition::shared_text_attributes() {
+  m_data->change_serial = LUMEN.next_change_serial();
+  LM_Text_Attributes& attributes = *m_data->text_attributes;
+  attributes.change_serial = LUMEN.next_change_serial();
+  return attributes;
+}
+
+void LM_Rendition::set_text_size(float size) {
+  if (size != text_attributes().size) writable_text_attributes().size = size;
+}
+
+void LM_Rendition::set_text_rotation(float rotation) {
+  const float angle = normalized(rotation);
+  if (angle != text_attributes().rotation) writable_text_attributes().rotation = angle;
+}
+
+void LM_Rendition::set_text_width_scale(float scale) {
+  if (scale != text_attributes().width_scale) writable_text_attributes().width_scale = scale;
+}
+
+void LM_Rendition::set_shared_text_size(float size) {
+  shared_text_attributes().size = size;
+}
+
+void LM_Rendition::set_shared_text_rotation(float rotation) {
+  shared_text_attributes().rotation = normalized(rotation);
+}
+
+void LM_Rendition::set_shared_font(const LM_Font& font) {
+  const LM_Font copy = font;  // as with the clip rectangle
+  shared_text_attributes().font = copy;
 }

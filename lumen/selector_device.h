@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "displaylist/platform/export.h"
-#include "displaylist/platform/renderer.h"
 #include "displaylist/platform/rendition.h"
+#include "lumen/text_renderer.h"
 
 namespace lumen {
 
@@ -16,8 +16,10 @@ class Selector;
 ///
 /// An action touches the box when RasterDevice without antialiasing would cover
 /// a pixel of it with that action, inside the rendition's clip rectangle and its
-/// complex clip: what is picked is what is seen. There is no picture here; the
-/// box may lie anywhere among the 32-bit coordinates.
+/// complex clip: what is picked is what is seen. Text touches it with every
+/// pixel that its letters, or the bar that stands in for tiny ones, have a part
+/// of. There is no picture here; the box may lie anywhere among the 32-bit
+/// coordinates. The option LM_IS_SELECTOR is set.
 ///
 /// Colours do not matter, but for invisible ones (transparency 0xFF):
 ///
@@ -30,11 +32,12 @@ class Selector;
 ///
 /// RasterDevice takes outlines of strokes and of complex clips to the nearest
 /// 1/256 pixel, at places that depend on the rectangle it draws into: pixels
-/// whose centre is that close to the edge of one may be told otherwise.
+/// whose centre is that close to the edge of one may be told otherwise. So may
+/// those of which letters have a part of 1/255.
 ///
 /// The device is used by one thread at a time. It allocates only until it has
 /// seen its largest shape and its longest list of hits.
-class LUMEN_API SelectorDevice final : public LM_Renderer {
+class LUMEN_API SelectorDevice final : public TextRenderer {
  public:
   /// Which drawable touched the box: the rendition's LM_Selector_Data when it
   /// was drawn, null and 0 where it had none.
@@ -62,6 +65,11 @@ class LUMEN_API SelectorDevice final : public LM_Renderer {
   [[nodiscard]] bool touched() const { return !hits().empty(); }
   /// Forgets the hits.
   void clear();
+
+  void draw_text(LM_Rendition* rendition, const LM_DCI_Point& start, const wchar_t* characters,
+                 std::int32_t count) override;
+  void draw_text(LM_Rendition* rendition, const LM_DCI_Point& start,
+                 const unsigned char* characters, std::int32_t count) override;
 
  private:
   std::unique_ptr<Selector> m_selector;

@@ -17,4 +17,14 @@ std::string VectorDevice::finish() {
   return m_painter->finish();
 }
 
+void VectorDevice::draw_text(LM_Rendition* rendition, const LM_DCI_Point& start,
+                             const wchar_t* characters, std::int32_t count) {
+  m_painter->draw_text(rendition, start, characters, count);
+}
+
+void VectorDevice::draw_text(LM_Rendition* rendition, const LM_DCI_Point& start,
+                             const unsigned char* characters, std::int32_t count) {
+  m_painter->draw_text(rendition, start, characters, count);
+}
+
 }  // namespace lumen

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "displaylist/platform/export.h"
-#include "displaylist/platform/renderer.h"
+#include "lumen/text_renderer.h"
 
 namespace lumen {
 
@@ -14,7 +14,7 @@ class VectorPainter;
 enum class VectorFormat : std::uint8_t { pdf, svg };
 
 /// The renderer that writes a PDF or SVG file of one page. It draws every
-/// action, clipped and unclipped, within the page, the rendition's clip
+/// action, and text, clipped and unclipped, within the page, the rendition's clip
 /// rectangle and its complex clip, whatever the coordinates.
 ///
 /// The device point (x, y) is the middle of the unit square from (x, y) to
@@ -36,12 +36,17 @@ enum class VectorFormat : std::uint8_t { pdf, svg };
 ///   each with a gradient along it; most need one.
 /// - Textured strips are drawn by a RasterDevice, smooth and a pixel per unit,
 ///   and embedded as images.
+/// - Text stays text, which can be searched and copied, however small. Its faces
+///   are embedded, with the glyphs that it needs. (Letters larger than 8192 units
+///   are filled shapes.) In SVG, each piece of it that runs in one direction in
+///   one face is a text element; programs that do not know embedded faces show
+///   it in an installed one of the same name.
 /// - Images are embedded, each once however often it is drawn; they are held
 ///   until the device is gone. Their pixels stay square when magnified.
 ///
 /// The device is used by one thread at a time. It keeps the whole drawing in
 /// memory until finish().
-class LUMEN_API VectorDevice final : public LM_Renderer {
+class LUMEN_API VectorDevice final : public TextRenderer {
  public:
   /// The longest side of a page. (Some PDF viewers show no more than 19200.)
   static constexpr std::int32_t max_side = 65535;
@@ -59,6 +64,11 @@ class LUMEN_API VectorDevice final : public LM_Renderer {
   /// replaced. Empty on success, else one sentence that names the file and the
   /// reason. What is drawn later is lost; asked again, it tells the same.
   [[nodiscard]] std::string finish();
+
+  void draw_text(LM_Rendition* rendition, const LM_DCI_Point& start, const wchar_t* characters,
+                 std::int32_t count) override;
+  void draw_text(LM_Rendition* rendition, const LM_DCI_Point& start,
+                 const unsigned char* characters, std::int32_t count) override;
 
  private:
   std::unique_ptr<VectorPainter> m_painter;

@@ -10,7 +10,6 @@ namespace {
 
 constexpr LM_RGB32 kPaper{0x00FBFAF6};
 constexpr LM_RGB32 kFrame{0x00D9D4C7};
-constexpr LM_RGB32 kInk{0x00807A6C};
 
 constexpr std::array kVariants{Variant::plain, Variant::palettized, Variant::hidden,
                                Variant::cut_off};
@@ -22,7 +21,7 @@ DL::PointTemplate<long> Cell::center() const {
   const std::int32_t outwards = kGutter / 2 + kCellWidth / 2 + place * kCellWidth;
   const auto row = static_cast<std::int32_t>(number % kRows);
   return {kGalleryWidth / 2 + (is_left() ? -outwards : outwards),
-          kGalleryHeight - kCellHeight / 2 - row * kCellHeight};
+          kGalleryHeight - kHeading - kCellHeight / 2 - row * kCellHeight};
 }
 
 DL::PointTemplate<long> around(const DL::PointTemplate<long>& center, double radius_x,
@@ -65,6 +64,8 @@ std::span<const Gallery::Entry> Gallery::entries() {
       {"DLEllipticalPie", &Gallery::add_pie, kHasPalettized<DL::DLEllipticalPie>},
       {"DLColorizedEllipse", &Gallery::add_colorized_ellipse,
        kHasPalettized<DL::DLColorizedEllipse>},
+      {"DLText", &Gallery::add_texts, kHasPalettized<DL::DLText>},
+      {"DrawableDisplayList", &Gallery::add_nested_list, kHasPalettized<DL::DrawableDisplayList>},
   };
   return table;
 }
@@ -72,10 +73,8 @@ std::span<const Gallery::Entry> Gallery::entries() {
 Gallery::Gallery(Sheet& sheet, const LM_Handle<LM_Image>& image)
     : m_image(image),
       m_frames(sheet.add_layer()),
-      m_numbers(sheet.add_layer()),
+      m_labels(sheet.add_layer()),
       m_specimens(sheet.add_layer()) {
-  m_numbers.m_rendition.set_line_weight(2);
-  m_numbers.m_rendition.set_end_styles(LM_END_ROUND);
   m_specimens.m_bWideDots = true;
 
   LM_Rendition& working = m_specimens.m_rendition;
@@ -103,9 +102,10 @@ void Gallery::fill() {
                         {kGalleryWidth + 1, kGalleryHeight + 1},
                         {-1, kGalleryHeight + 1}};
   m_frames.add(new DL::DLPolygon(kPaper, std::size(page), page));
+  add_headings();
   for (std::size_t number = 0; number < entries().size(); ++number) {
     const Entry& entry = entries()[number];
-    add_number(number);
+    add_name(number);
     for (const Variant variant : kVariants) {
       if (variant == Variant::palettized && !entry.has_palettized) continue;
       const Cell cell{number, variant};
@@ -125,33 +125,6 @@ void Gallery::add_frame(const Cell& cell) {
                          {c.x - half_width, c.y + half_height},
                          {c.x - half_width, c.y - half_height}};
   m_frames.add(new DL::DLPolyline(kFrame, std::size(frame), frame));
-}
-
-/// The number of a row, from 1 on, beside its plain specimen.
-void Gallery::add_number(std::size_t number) {
-  const Cell plain{number, Variant::plain};
-  constexpr std::int32_t inwards = kCellWidth / 2 + 32;
-  const Point center = plain.center();
-  const Point corner{center.x + (plain.is_left() ? inwards : -inwards) - 14, center.y - 10};
-  const auto shown = static_cast<std::int32_t>(number) + 1;
-  if (shown >= 10) add_digit(shown / 10, {corner.x, corner.y});
-  add_digit(shown % 10, {corner.x + 18, corner.y});
-}
-
-/// A digit of seven segments, 10 wide and 20 high.
-void Gallery::add_digit(std::int32_t digit, const Point& corner) {
-  constexpr Point ends[7][2] = {{{0, 20}, {10, 20}}, {{10, 20}, {10, 10}}, {{10, 10}, {10, 0}},
-                                {{10, 0}, {0, 0}},   {{0, 0}, {0, 10}},    {{0, 10}, {0, 20}},
-                                {{0, 10}, {10, 10}}};
-  constexpr std::array<unsigned, 10> lit{0x3F, 0x06, 0x5B, 0x4F, 0x66,
-                                         0x6D, 0x7D, 0x07, 0x7F, 0x6F};
-  std::vector<Point> points;
-  for (unsigned segment = 0; segment < 7; ++segment) {
-    if ((lit.at(static_cast<std::size_t>(digit)) >> segment & 1U) == 0) continue;
-    for (const Point& end : ends[segment]) points.push_back({corner.x + end.x, corner.y + end.y});
-  }
-  m_numbers.add(
-      new DL::DLPolysegment(kInk, static_cast<std::int32_t>(points.size()), points.data()));
 }
 
 std::vector<std::string_view> gallery_classes() {

@@ -11,10 +11,10 @@
 namespace scenes {
 
 /// The size at which a picture of the gallery shows a unit as a pixel.
-inline constexpr std::int32_t kGalleryWidth = 1020;
-inline constexpr std::int32_t kGalleryHeight = 936;
+inline constexpr std::int32_t kGalleryWidth = 1236;
+inline constexpr std::int32_t kGalleryHeight = 1064;
 
-/// The classes of the gallery, by the numbers that they have in it, from 1 on.
+/// The classes of the gallery, row by row, the left ones first.
 std::vector<std::string_view> gallery_classes();
 
 /// Every drawable class in each variant that it has. A class has a row of four

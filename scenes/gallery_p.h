@@ -12,8 +12,9 @@ namespace scenes {
 
 inline constexpr std::int32_t kCellWidth = 128;
 inline constexpr std::int32_t kCellHeight = 104;
-inline constexpr std::int32_t kGutter = 124;  ///< in the middle, with the numbers
-inline constexpr std::size_t kRows = 9;
+inline constexpr std::int32_t kGutter = 340;  ///< in the middle, with the names
+inline constexpr std::int32_t kHeading = 24;  ///< above the cells
+inline constexpr std::size_t kRows = 10;
 
 inline constexpr std::array<LM_RGB32, 6> kColors{
     {{0x002F5D8A}, {0x00B5452C}, {0x003E7A4E}, {0x007A4B8C}, {0x00B07A1E}, {0x001F7A7A}}};
@@ -52,6 +53,14 @@ DL::PointTemplate<long> around(const DL::PointTemplate<long>& center, double rad
 /// A colour between two; `part` from 0 to 1.
 LM_RGB32 mixed(LM_RGB32 from, LM_RGB32 to, double part);
 
+/// How a text is set.
+struct TextStyle {
+  const wchar_t* font;
+  DL::PointTemplate<double> start;
+  double height;
+  double rotation = 0.0;
+};
+
 /// Fills the layers of a gallery.
 class Gallery {
  public:
@@ -78,9 +87,14 @@ class Gallery {
   template <class T, class... Arguments>
   void add_to(DL::DisplayList& list, const Cell& cell, const Arguments&... arguments);
 
+  /// Adds a text in the cell's colour or palette.
+  void add_text(const Cell& cell, const TextStyle& style, std::wstring_view text);
+
   void add_frame(const Cell& cell);
-  void add_number(std::size_t number);
-  void add_digit(std::int32_t digit, const Point& corner);
+  void add_headings();
+  /// The name of a class, beside its plain specimen.
+  void add_name(std::size_t number);
+  void add_label(std::wstring_view text, const Point& start, bool ends_there);
 
   void add_dots(const Cell& cell);
   void add_colorized_dots(const Cell& cell);
@@ -100,10 +114,12 @@ class Gallery {
   void add_arc(const Cell& cell);
   void add_pie(const Cell& cell);
   void add_colorized_ellipse(const Cell& cell);
+  void add_texts(const Cell& cell);
+  void add_nested_list(const Cell& cell);
 
   LM_Handle<LM_Image> m_image;
   DL::DisplayList& m_frames;
-  DL::DisplayList& m_numbers;
+  DL::DisplayList& m_labels;
   DL::DisplayList& m_specimens;
   std::array<DL::DisplayList*, kMarkerShapes> m_markers{};  ///< a layer for each shape
   LM_Rendition* m_palette[kColors.size()] = {};

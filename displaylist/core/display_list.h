@@ -14,6 +14,7 @@ namespace DL {
 class DisplayList;
 class DisplayListMultithread;
 class Drawable;
+class DrawableDisplayList;
 class Group;
 class OpenBottomGroup;
 struct RecordChain;
@@ -203,12 +204,14 @@ class DISPLAYLIST_API DisplayList {
 
  private:
   friend struct RecordChain;
+  friend class DrawableDisplayList;
 
   bool ensure_open_group();
   Group* split_open_group_and_add(Drawable* drawable, const BoundsTemplate<long>& bounds,
                                   unsigned long flags);
 
   RecordChain* m_pRecordChain = nullptr;  ///< being written or read
+  std::int32_t m_cNestings = 0;           ///< how many drawables own this list
 };
 
 }  // namespace DL

@@ -84,15 +84,15 @@ void DLDot::dump(std::ostream& os, int level, DisplayListDebug& statistics) cons
 }
 
 void DLDot::serialize_out(ZtFsStream* stream, DisplayList& list) {
-  coding::write_word(*stream, tag::kDLDot);
-  coding::write_word(*stream, m_point.x);
-  coding::write_word(*stream, m_point.y);
+  coding::write(*stream, tag::kDLDot);
+  coding::write(*stream, m_point.x);
+  coding::write(*stream, m_point.y);
   Drawable::serialize_out(stream, list);
 }
 
 void DLDot::serialize_in(ZtFsStream* stream, DisplayList& list) {
   // A stream that ends here leaves zeros; the base record ends the reading.
-  static_cast<void>(coding::read_word(*stream, m_point.x) && coding::read_word(*stream, m_point.y));
+  static_cast<void>(coding::read(*stream, m_point.x) && coding::read(*stream, m_point.y));
   Drawable::serialize_in(stream, list);
 }
 

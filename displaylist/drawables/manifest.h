@@ -14,7 +14,8 @@
   X(DLPolytriangle)              \
   X(DLEllipse)                   \
   X(DLEllipticalArc)             \
-  X(DLEllipticalPie)
+  X(DLEllipticalPie)             \
+  X(DLText)
 
 #define DL_PLAIN_ONLY_CLASSES(X) \
   X(DLColorizedDot)              \
@@ -26,7 +27,8 @@
   X(DLTexturedPolytriangle)      \
   X(DLPolymarker)                \
   X(DLRowOfDots)                 \
-  X(DLColorizedEllipse)
+  X(DLColorizedEllipse)          \
+  X(DrawableDisplayList)
 
 /// The classes that streams hold, with their tags: never renumbered, never
 /// derived from an order. Readers construct these themselves.
@@ -42,7 +44,9 @@
 
 /// Stored as well, but constructed by the client's factory: standard_factory
 /// does.
-#define DL_FACTORY_CLASSES(X) X(DLPolytriangleWithNoBorder, 0x80001000)
+#define DL_FACTORY_CLASSES(X)               \
+  X(DLPolytriangleWithNoBorder, 0x80001000) \
+  X(DLText, 0x80002000)
 
 namespace DL::tag {
 

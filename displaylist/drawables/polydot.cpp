@@ -105,7 +105,7 @@ void DLPolydot::dump(std::ostream& os, int level, DisplayListDebug& statistics) 
 }
 
 void DLPolydot::serialize_out(ZtFsStream* stream, DisplayList& list) {
-  coding::write_word(*stream, tag::kDLPolydot);
+  coding::write(*stream, tag::kDLPolydot);
   Polything::serialize_out(stream, list);
 }
 

@@ -38,8 +38,8 @@ bool leaves_rest_to_loop(const Drawable& drawable, DisplayList& list) {
 
 void write_color(const Drawable& drawable, ZtFsStream& stream, const DisplayList& list) {
   if (!drawable.is_palettized()) {
-    coding::write_word(stream, tag::kColor);
-    coding::write_word(stream, drawable.m_colorData.m_color.word);
+    coding::write(stream, tag::kColor);
+    coding::write(stream, drawable.m_colorData.m_color.word);
     return;
   }
   std::int32_t index = 0;
@@ -47,8 +47,8 @@ void write_color(const Drawable& drawable, ZtFsStream& stream, const DisplayList
     index = list.m_pfnRenditionToIndex(list.m_pRenditionToIndexContext,
                                        drawable.m_colorData.m_pRendition);
   }
-  coding::write_word(stream, tag::kPaletteIndex);
-  coding::write_word(stream, index);
+  coding::write(stream, tag::kPaletteIndex);
+  coding::write(stream, index);
 }
 
 /// Every tag that a writer produces leads to the palette: the test is of bits,
@@ -57,7 +57,7 @@ void write_color(const Drawable& drawable, ZtFsStream& stream, const DisplayList
 void read_color(Drawable& drawable, ZtFsStream& stream, DisplayList& list) {
   std::uint32_t color_tag = 0;
   std::uint32_t word = 0;
-  if (!coding::read_word(stream, color_tag) || !coding::read_word(stream, word)) return;
+  if (!coding::read(stream, color_tag) || !coding::read(stream, word)) return;
   if ((color_tag & tag::kPaletteIndex) == 0 || list.m_pfnIndexToRendition == nullptr) {
     drawable.m_colorData.m_color.word = word;
     return;
@@ -75,7 +75,7 @@ void read_record_chain(Drawable& last, ZtFsStream& stream, DisplayList& list) {
   do {
     end->m_pNext = nullptr;
     std::uint32_t class_tag = 0;
-    if (!coding::read_word(stream, class_tag) || class_tag == tag::kEnd) return;
+    if (!coding::read(stream, class_tag) || class_tag == tag::kEnd) return;
     Drawable* next = list.create_drawable(class_tag);
     if (next == nullptr) return;
     end->m_pNext = next;
@@ -94,7 +94,7 @@ void write_record_chain(Drawable* first, ZtFsStream& stream, DisplayList& list) 
     chain.asked = drawable;
     drawable->serialize_out(&stream, list);
   }
-  coding::write_word(stream, tag::kEnd);
+  coding::write(stream, tag::kEnd);
 }
 
 void Drawable::serialize_out(ZtFsStream* stream, DisplayList& list) {

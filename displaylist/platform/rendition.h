@@ -6,6 +6,7 @@
 #include "displaylist/platform/contour_set.h"
 #include "displaylist/platform/counted.h"
 #include "displaylist/platform/export.h"
+#include "displaylist/platform/font.h"
 #include "displaylist/platform/marker.h"
 #include "displaylist/platform/points.h"
 #include "displaylist/platform/texture_pages.h"
@@ -59,9 +60,12 @@ class LM_Selector_Data : public LM_Counted {
 
 /// How text is set. Shared by count, cloned on write.
 struct LM_Text_Attributes : LM_Counted {
-  float size = 0.0F;         ///< height in device units
-  float rotation = 0.0F;     ///< radians, counter-clockwise, in [0, 2 pi)
-  float width_scale = 1.0F;  ///< horizontal stretch of the glyphs
+  /// The height of the font's em square in device units; see LM_Renderer for
+  /// what a negative size means.
+  float size = 0.0F;
+  float rotation = 0.0F;     ///< radians, in [0, 2 pi)
+  float width_scale = 1.0F;  ///< stretch of the glyphs along the text
+  LM_Font font;
   std::uint64_t change_serial = 0;
 };
 
@@ -148,6 +152,16 @@ class LUMEN_API LM_Rendition {
   [[nodiscard]] const LM_Text_Attributes& text_attributes() const {
     return *m_data->text_attributes;
   }
+  void set_text_size(float size);
+  /// Stores an angle, brought into [0, 2 pi).
+  void set_text_rotation(float rotation);
+  void set_text_width_scale(float scale);
+
+  // The same without cloning what is shared: every handle of the data sees the
+  // change. They stamp the data and its text attributes.
+  void set_shared_text_size(float size);
+  void set_shared_text_rotation(float rotation);
+  void set_shared_font(const LM_Font& font);
 
   /// The serial of the last change of anything but the text attributes.
   [[nodiscard]] std::uint64_t change_serial() const { return m_data->change_serial; }
@@ -161,6 +175,10 @@ class LUMEN_API LM_Rendition {
   LM_Rendition_Data& writable();
   /// The line style of writable data, stamped as well.
   LM_Line_Style& writable_line_style();
+  /// The text attributes, made this handle's own and stamped.
+  LM_Text_Attributes& writable_text_attributes();
+  /// The text attributes as they are shared; they and the data are stamped.
+  LM_Text_Attributes& shared_text_attributes();
 
   LM_Handle<LM_Rendition_Data> m_data;
 };

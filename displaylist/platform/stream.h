@@ -5,8 +5,8 @@
 #include "displaylist/platform/export.h"
 
 /// The stream that drawables are written to and read from: the client's own
-/// class over a file, memory or a socket. The library asks for 4 bytes at a
-/// time, in the machine's little-endian order.
+/// class over a file, memory or a socket. Each call takes or gives one value
+/// of 1, 2, 4 or 8 bytes, in the machine's little-endian order.
 class DISPLAYLIST_API ZtFsStream {
  public:
   /// Takes `size` bytes.

@@ -116,22 +116,22 @@ void DLEllipse::dump(std::ostream& os, int level, DisplayListDebug& statistics) 
 }
 
 void DLEllipse::serialize_out(ZtFsStream* stream, DisplayList& list) {
-  coding::write_word(*stream, tag::kDLEllipse);
-  coding::write_word(*stream, center.x);
-  coding::write_word(*stream, center.y);
-  coding::write_word(*stream, major);
-  coding::write_word(*stream, minor);
-  coding::write_float(*stream, rotation);
-  coding::write_word(*stream, reserved);
+  coding::write(*stream, tag::kDLEllipse);
+  coding::write(*stream, center.x);
+  coding::write(*stream, center.y);
+  coding::write(*stream, major);
+  coding::write(*stream, minor);
+  coding::write(*stream, rotation);
+  coding::write(*stream, reserved);
   Drawable::serialize_out(stream, list);
 }
 
 void DLEllipse::serialize_in(ZtFsStream* stream, DisplayList& list) {
   display_list = &list;
   // A stream that ends here leaves zeros; the base record ends the reading.
-  static_cast<void>(coding::read_word(*stream, center.x) && coding::read_word(*stream, center.y) &&
-                    coding::read_word(*stream, major) && coding::read_word(*stream, minor) &&
-                    coding::read_float(*stream, rotation) && coding::read_word(*stream, reserved));
+  static_cast<void>(coding::read(*stream, center.x) && coding::read(*stream, center.y) &&
+                    coding::read(*stream, major) && coding::read(*stream, minor) &&
+                    coding::read(*stream, rotation) && coding::read(*stream, reserved));
   Drawable::serialize_in(stream, list);
 }
 

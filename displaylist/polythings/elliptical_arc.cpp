@@ -60,17 +60,17 @@ void DLEllipticalArc::dump(std::ostream& os, int level, DisplayListDebug& statis
 }
 
 void DLEllipticalArc::serialize_out(ZtFsStream* stream, DisplayList& list) {
-  coding::write_word(*stream, tag::kDLEllipticalArc);
-  coding::write_float(*stream, start);
-  coding::write_float(*stream, end);
+  coding::write(*stream, tag::kDLEllipticalArc);
+  coding::write(*stream, start);
+  coding::write(*stream, end);
   DLEllipse::serialize_out(stream, list);
 }
 
 void DLEllipticalArc::serialize_in(ZtFsStream* stream, DisplayList& list) {
   // A stream that ends here leaves zeros; the base record ends the reading.
   std::uint32_t parent_tag = 0;
-  static_cast<void>(coding::read_float(*stream, start) && coding::read_float(*stream, end) &&
-                    coding::read_word(*stream, parent_tag));
+  static_cast<void>(coding::read(*stream, start) && coding::read(*stream, end) &&
+                    coding::read(*stream, parent_tag));
   DLEllipse::serialize_in(stream, list);
 }
 

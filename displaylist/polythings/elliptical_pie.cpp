@@ -41,14 +41,14 @@ void DLEllipticalPie::dump(std::ostream& os, int level, DisplayListDebug& statis
 }
 
 void DLEllipticalPie::serialize_out(ZtFsStream* stream, DisplayList& list) {
-  coding::write_word(*stream, tag::kDLEllipticalPie);
+  coding::write(*stream, tag::kDLEllipticalPie);
   DLEllipticalArc::serialize_out(stream, list);
 }
 
 void DLEllipticalPie::serialize_in(ZtFsStream* stream, DisplayList& list) {
   // The parent's tag, whatever it is; without it there is nothing else either.
   std::uint32_t parent_tag = 0;
-  static_cast<void>(coding::read_word(*stream, parent_tag));
+  static_cast<void>(coding::read(*stream, parent_tag));
   DLEllipticalArc::serialize_in(stream, list);
 }
 

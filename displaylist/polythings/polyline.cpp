@@ -101,7 +101,7 @@ void DLPolyline::dump(std::ostream& os, int level, DisplayListDebug& statistics)
 }
 
 void DLPolyline::serialize_out(ZtFsStream* stream, DisplayList& list) {
-  coding::write_word(*stream, tag::kDLPolyline);
+  coding::write(*stream, tag::kDLPolyline);
   Polything::serialize_out(stream, list);
 }
 

@@ -122,7 +122,7 @@ void DLPolysegment::dump(std::ostream& os, int level, DisplayListDebug& statisti
 }
 
 void DLPolysegment::serialize_out(ZtFsStream* stream, DisplayList& list) {
-  coding::write_word(*stream, tag::kDLPolysegment);
+  coding::write(*stream, tag::kDLPolysegment);
   Polything::serialize_out(stream, list);
 }
 

@@ -96,10 +96,10 @@ void Polything::dump(std::ostream& os, int level, DisplayListDebug& statistics) 
 }
 
 void Polything::serialize_out(ZtFsStream* stream, DisplayList& list) {
-  coding::write_word(*stream, count);
+  coding::write(*stream, count);
   for (std::int32_t i = 0; i < count; ++i) {
-    coding::write_word(*stream, points[i].x);
-    coding::write_word(*stream, points[i].y);
+    coding::write(*stream, points[i].x);
+    coding::write(*stream, points[i].y);
   }
   Drawable::serialize_out(stream, list);
 }
@@ -107,7 +107,7 @@ void Polything::serialize_out(ZtFsStream* stream, DisplayList& list) {
 void Polything::serialize_in(ZtFsStream* stream, DisplayList& list) {
   discard_points();
   std::int32_t wanted = 0;
-  const bool has_count = coding::read_word(*stream, wanted);
+  const bool has_count = coding::read(*stream, wanted);
   if (has_count && wanted >= 1) {
     read_points(*stream, wanted, list.m_heap);
   } else {
@@ -124,7 +124,7 @@ void Polything::read_points(ZtFsStream& stream, std::int32_t wanted, LumenHeap* 
   points = allocate_array<PointTemplate<long>>(capacity, heap);
   PointTemplate<long> point{};
   for (std::int32_t i = 0; i < wanted; ++i) {
-    if (!coding::read_word(stream, point.x) || !coding::read_word(stream, point.y)) return;
+    if (!coding::read(stream, point.x) || !coding::read(stream, point.y)) return;
     if (points != nullptr && count == capacity) {
       capacity = capacity > wanted / 2 ? wanted : capacity * 2;
       grow_points(capacity, heap);

@@ -86,14 +86,14 @@ void DLPolytriangle::dump(std::ostream& os, int level, DisplayListDebug& statist
 }
 
 void DLPolytriangle::serialize_out(ZtFsStream* stream, DisplayList& list) {
-  coding::write_word(*stream, tag::kDLPolytriangle);
+  coding::write(*stream, tag::kDLPolytriangle);
   DLPolytriangleWithNoBorder::serialize_out(stream, list);
 }
 
 void DLPolytriangle::serialize_in(ZtFsStream* stream, DisplayList& list) {
   // The parent's tag, whatever it is; without it there are no points either.
   std::uint32_t parent_tag = 0;
-  static_cast<void>(coding::read_word(*stream, parent_tag));
+  static_cast<void>(coding::read(*stream, parent_tag));
   Polything::serialize_in(stream, list);
 }
 

@@ -79,7 +79,7 @@ void DLPolytriangleWithNoBorder::dump(std::ostream& os, int level,
 }
 
 void DLPolytriangleWithNoBorder::serialize_out(ZtFsStream* stream, DisplayList& list) {
-  coding::write_word(*stream, tag::kDLPolytriangleWithNoBorder);
+  coding::write(*stream, tag::kDLPolytriangleWithNoBorder);
   Polything::serialize_out(stream, list);
 }
 

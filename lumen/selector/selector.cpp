@@ -6,6 +6,7 @@
 #include "lumen/geometry/hard_clip_p.h"
 #include "lumen/pixel_blend_p.h"
 #include "lumen/selector/selector_p.h"
+#include "lumen/text/text_shape_p.h"
 
 namespace lumen {
 namespace {
@@ -224,5 +225,27 @@ void Selector::elliptical_area(LM_Rendition* rendition, const LM_DCI_Point* cent
     return arc.is_drawable() && m_touch_test.arc_area(area, arc, ArcArea::to_center);
   });
 }
+
+template <class Character>
+void Selector::draw_text(LM_Rendition& rendition, const LM_DCI_Point& start,
+                         const Character* characters, std::int32_t count) {
+  const LM_Text_Attributes& attributes = rendition.text_attributes();
+  const bool is_bar = is_tiny(attributes.size);
+  const PixelRectangle pixels = inside(rendition);
+  const LM_RGB32 ink = rendition.color();
+  if (!is_visible(is_bar ? bar_ink(ink) : ink) || pixels.is_empty()) return;
+  search(rendition, pixels, [&](const TouchArea& area) {
+    TextPlacement placement(attributes, start);
+    const Place moved = area.moved(start);
+    placement.start_x = moved.x;
+    placement.start_y = moved.y;
+    placement.sit_on_pixels();
+    return m_touch_test.text(area, set_text(attributes.font, characters, count), placement, is_bar);
+  });
+}
+
+template void Selector::draw_text(LM_Rendition&, const LM_DCI_Point&, const wchar_t*, std::int32_t);
+template void Selector::draw_text(LM_Rendition&, const LM_DCI_Point&, const unsigned char*,
+                                  std::int32_t);
 
 }  // namespace lumen

@@ -20,6 +20,11 @@ class Selector {
   [[nodiscard]] const std::vector<Hit>& hits() const { return m_hits; }
   void clear() { m_hits.clear(); }
 
+  /// A text of wide or multibyte characters.
+  template <class Character>
+  void draw_text(LM_Rendition& rendition, const LM_DCI_Point& start, const Character* characters,
+                 std::int32_t count);
+
   // The actions, called through the table.
   void dot_clipped(LM_Rendition* rendition, const LM_DCI_Point* point, const LM_RGB32* color);
   void polyline_clipped(LM_Rendition* rendition, std::int32_t count, const LM_DCI_Point* points);

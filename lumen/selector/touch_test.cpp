@@ -3,6 +3,7 @@
 #include "lumen/geometry/marker_geometry_p.h"
 #include "lumen/pixel_blend_p.h"
 #include "lumen/selector/touch_test_p.h"
+#include "lumen/text/text_shape_p.h"
 
 namespace lumen {
 namespace {
@@ -121,6 +122,19 @@ bool TouchTest::arc_area(const TouchArea& area, const EllipticalArc& arc, ArcAre
   m_shape.clear();
   add_area(arc, part, false, area.moved_inside(), m_shape);
   return fill_shape(area, LM_Fill_Rule::even_odd);
+}
+
+bool TouchTest::text(const TouchArea& area, const TextRun& run, const TextPlacement& placement,
+                     bool is_bar) {
+  m_shape.clear();
+  if (is_bar) {
+    add_bar(run, placement, m_shape);
+  } else {
+    add_glyphs(run, placement, area.moved_inside(), m_shape);
+  }
+  TouchPen pen(area);
+  m_shape.fill(LM_Fill_Rule::non_zero, true, area.moved_inside(), pen);
+  return pen.touched();
 }
 
 bool TouchTest::fill_strokes(const TouchArea& area) {

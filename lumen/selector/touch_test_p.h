@@ -14,6 +14,7 @@
 #include "lumen/geometry/stroker_p.h"
 #include "lumen/geometry/thin_pixels_p.h"
 #include "lumen/selector/touch_pen_p.h"
+#include "lumen/text/text_run_p.h"
 
 namespace lumen {
 
@@ -59,6 +60,9 @@ class TouchTest {
   /// The line along a drawable arc, which is moved like the area.
   bool arc_line(const TouchArea& area, const EllipticalArc& arc, const LM_Line_Style& style);
   bool arc_area(const TouchArea& area, const EllipticalArc& arc, ArcArea part);
+  /// A pixel that letters, or the bar in the place of tiny ones, have a part of:
+  /// their edges are always smooth. The placement is moved like the area.
+  bool text(const TouchArea& area, const TextRun& run, const TextPlacement& placement, bool is_bar);
 
  private:
   bool thin_line(const TouchArea& area, std::int32_t count, const LM_DCI_Point* points,

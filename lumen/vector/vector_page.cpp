@@ -101,7 +101,9 @@ std::string VectorPage::close() {
   cairo_surface_finish(m_surface);
   const cairo_status_t written = cairo_surface_status(m_surface);
   forget();
-  if (m_format == VectorFormat::svg) write_to_file(with_clip_rules(std::move(m_svg)));
+  if (m_format == VectorFormat::svg) {
+    write_to_file(m_svg_texts.put_into(with_clip_rules(std::move(m_svg))));
+  }
   if (m_write_error != 0) return std::strerror(m_write_error);
   if (drawn != CAIRO_STATUS_SUCCESS) return cairo_status_to_string(drawn);
   if (written != CAIRO_STATUS_SUCCESS) return cairo_status_to_string(written);

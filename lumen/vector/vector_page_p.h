@@ -10,6 +10,7 @@
 #include "displaylist/platform/contour_set.h"
 #include "displaylist/platform/rendition.h"
 #include "lumen/new_file_p.h"
+#include "lumen/vector/svg_texts_p.h"
 #include "lumen/vector/vector_contour_p.h"
 #include "lumen/vector_device.h"
 
@@ -45,6 +46,8 @@ class VectorPage {
 
   [[nodiscard]] cairo_t* cairo() const { return m_cairo; }
   [[nodiscard]] VectorFormat format() const { return m_format; }
+  /// The texts of an SVG.
+  [[nodiscard]] SvgTexts& svg_texts() { return m_svg_texts; }
   /// The units of the page inside the clip rectangle.
   [[nodiscard]] const LM_Clip_Rectangle& visible() const { return m_visible; }
 
@@ -90,7 +93,8 @@ class VectorPage {
   std::string m_result;
   bool m_finished = false;
   NewFile m_file;
-  std::string m_svg;      ///< held back until it is complete
+  std::string m_svg;  ///< held back until it is complete
+  SvgTexts m_svg_texts;
   int m_write_error = 0;  ///< errno of the first write that failed
   cairo_surface_t* m_surface = nullptr;
   cairo_t* m_cairo = nullptr;  ///< null when there is nothing to draw on

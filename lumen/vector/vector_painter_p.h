@@ -11,6 +11,7 @@
 #include "lumen/vector/vector_page_p.h"
 #include "lumen/vector/vector_strip_p.h"
 #include "lumen/vector/vector_stroke_p.h"
+#include "lumen/vector/vector_text_p.h"
 #include "lumen/vector_device.h"
 
 namespace lumen {
@@ -24,6 +25,14 @@ class VectorPainter {
 
   void fill_table(LM_Device_Actions& actions);
   [[nodiscard]] const std::string& finish() { return m_page.finish(); }
+
+  /// A text of wide or multibyte characters.
+  template <class Character>
+  void draw_text(LM_Rendition* rendition, const LM_DCI_Point& start, const Character* characters,
+                 std::int32_t count) {
+    if (count < 1 || is_invisible(rendition->color()) || !m_page.enter(*rendition)) return;
+    m_text.draw(*rendition, start, characters, count);
+  }
 
  private:
   template <auto Member, class Action>
@@ -61,6 +70,7 @@ class VectorPainter {
   VectorStroker m_stroker{m_page};
   VectorStrip m_strip{m_page};
   VectorImages m_images{m_page};
+  VectorText m_text{m_page};
   Contour m_contour;
   std::vector<LM_DCI_Point> m_points;
 };

@@ -144,6 +144,21 @@ TEST(DrawableChange, AgreesWithTheTypeAtRunTime) {
   EXPECT_EQ(dynamic_cast<DL::HiddenDrawable<DLDot>*>(drawable.get()), nullptr);
 }
 
+TEST(DrawableChange, InAConstructorIsSeen) {
+  LM_Rendition rendition;
+  auto* text = new DL::DLText(&rendition, LM_Font(), {1.0, 2.0}, L"a", 1, 10.0, 0.0,
+                              {0, 0, 10, 10}, nullptr, true);
+  EXPECT_TRUE(text->is_palettized());
+  RecordedList recorded;
+  EXPECT_EQ(text->rendition(recorded.list), &rendition);
+  const std::unique_ptr<Drawable> copy(text->clone());
+  EXPECT_TRUE(copy->is_palettized());
+  text->hide();
+  EXPECT_TRUE(text->is_hidden());
+  EXPECT_TRUE(text->is_palettized());
+  delete text;
+}
+
 TEST(DrawableChange, ToPalettizedByReadingIsSeen) {
   RecordedList recorded;
   Palette palette(recorded.list);

@@ -53,6 +53,19 @@ bool matches(DL::Drawable& drawable, DL::Drawable& prototype) {
   return drawable.remove(search);
 }
 
+/// Texts draw their bounds in a selection pass, hidden or not, and are found by
+/// themselves alone.
+bool is_text(const DL::Drawable& drawable) {
+  return drawable.type() == DL::DLText::my_type();
+}
+
+/// What the drawable draws while it is hidden.
+std::vector<std::string> expected_when_hidden(const DL::Drawable& drawable,
+                                              const std::vector<std::string>& drawn) {
+  if (!is_text(drawable)) return {};
+  return {drawn.end() - 2, drawn.end()};
+}
+
 /// Runs what both the plain and the palettized visible class must show.
 void expect_hiding_keeps_everything_but_drawing(DL::Drawable& drawable) {
   RecordedList recorded;
@@ -74,7 +87,7 @@ void expect_hiding_keeps_everything_but_drawing(DL::Drawable& drawable) {
     EXPECT_EQ(dump_of(drawable), dumped);
     EXPECT_EQ(record_of(drawable, recorded), record);
     EXPECT_EQ(drawable.type(), type);
-    EXPECT_TRUE(draw_all_ways(drawable, recorded).empty());
+    EXPECT_EQ(draw_all_ways(drawable, recorded), expected_when_hidden(drawable, drawn));
     EXPECT_TRUE(matches(drawable, drawable));
   }
   for (int times = 0; times < 2; ++times) {
@@ -100,7 +113,7 @@ void expect_clone_is_equal(DL::Drawable& drawable) {
   EXPECT_EQ(copy->is_hidden(), drawable.is_hidden());
   EXPECT_EQ(copy->is_palettized(), drawable.is_palettized());
   EXPECT_TRUE(copy->m_colorData == drawable.m_colorData);
-  EXPECT_TRUE(matches(*copy, drawable));
+  EXPECT_EQ(matches(*copy, drawable), !is_text(drawable));
   drawable.unhide();
   copy->unhide();
   EXPECT_EQ(draw_all_ways(*copy, recorded), draw_all_ways(drawable, recorded));
@@ -151,9 +164,10 @@ TYPED_TEST(EveryClass, SetsTheColorOfTheWorkingRendition) {
   EXPECT_EQ(recorded.list.m_rendition.color(), samples::kColor);
 }
 
-TYPED_TEST(EveryClass, HiddenSelectionDrawsNothingAndVisibleAsUsual) {
+TYPED_TEST(EveryClass, DrawsAsUsualInASelectionPass) {
   RecordedList recorded;
   const std::unique_ptr<DL::Drawable> drawable = samples::make_plain<TypeParam>();
+  if (is_text(*drawable)) return;  // draws its bounds then; tested with the texts
   drawable->draw_clipped(recorded.list);
   const auto clipped = recorded.take_lines();
   drawable->draw_clipped_selection(recorded.list);
@@ -221,7 +235,7 @@ TYPED_TEST(EveryPalettizedClass, AnswersAsItsPlainClass) {
   EXPECT_FALSE(palettized->is_hidden());
   EXPECT_EQ(palettized->type(), TypeParam::my_type());
   EXPECT_TRUE(palettized->isKindOf(TypeParam::my_type()));
-  EXPECT_TRUE(matches(*palettized, *plain));
+  EXPECT_EQ(matches(*palettized, *plain), !is_text(*plain));
   EXPECT_EQ(bounds_of(*palettized), bounds_of(*plain));
 }
 

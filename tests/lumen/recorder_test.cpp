@@ -91,6 +91,55 @@ TEST(Recorder, KeepsTheRenditionOfTheCall) {
             "polyline_clipped color=00FF0000 weight=3 pattern=1 ends=1,2 complex_clip (1,2) (3,4)");
 }
 
+LM_Font font_named(const wchar_t* name) {
+  LM_Font_Description description;
+  description.name = name;
+  description.given = LM_Font_Description::NAME;
+  return LM_Font(description);
+}
+
+TEST(Recorder, WritesTextsDown) {
+  Recorder recorder;
+  LM_Renderer& renderer = recorder;
+  LM_Rendition rendition;
+  rendition.set_text_size(-12.5F);
+  const wchar_t wide[] = L"a\"\\\u00E9b\0c";
+  renderer.draw_text(&rendition, {1, 2, 0}, wide, 100);
+  renderer.draw_text(&rendition, {1, 2, 0}, wide, 2);
+  rendition.set_text_rotation(0.5F);
+  rendition.set_text_width_scale(2);
+  rendition.set_shared_font(font_named(L"DejaVu Sans"));
+  const auto* bytes = reinterpret_cast<const unsigned char*>("x\ty\xE9\0z");
+  renderer.draw_text(&rendition, {-3, 4, 0}, bytes, 100);
+  renderer.draw_text(&rendition, {-3, 4, 0}, bytes, 1);
+  rendition.set_shared_text_size(7);
+
+  const std::vector<std::string> expected = {
+      R"(wide_text color=00000000 (1,2) "a\u0022\u005C\u00E9b" size=-12.5)",
+      R"(wide_text color=00000000 (1,2) "a\u0022" size=-12.5)",
+      R"(multibyte_text color=00000000 (-3,4) "x\x09y\xE9" size=-12.5 rotation=0.5 width_scale=2)"
+      R"( font="DejaVu Sans")",
+      R"(multibyte_text color=00000000 (-3,4) "x" size=-12.5 rotation=0.5 width_scale=2)"
+      R"( font="DejaVu Sans")",
+  };
+  EXPECT_EQ(recorder.lines(), expected);
+  EXPECT_EQ(recorder.calls()[0].wide_text, L"a\"\\\u00E9b");
+  EXPECT_EQ(recorder.calls()[2].multibyte_text, "x\ty\xE9");
+  EXPECT_EQ(recorder.calls()[2].points.size(), 1U);
+}
+
+TEST(Recorder, TakesNoTextForAnEmptyOne) {
+  Recorder recorder;
+  LM_Renderer& renderer = recorder;
+  LM_Rendition rendition;
+  renderer.draw_text(&rendition, {}, static_cast<const wchar_t*>(nullptr), 3);
+  renderer.draw_text(&rendition, {}, static_cast<const unsigned char*>(nullptr), 3);
+  renderer.draw_text(&rendition, {}, L"abc", -3);
+  for (const std::string& line : recorder.lines()) {
+    EXPECT_NE(line.find("\"\" size=0"), std::string::npos) << line;
+  }
+}
+
 TEST(Recorder, ClearForgetsTheCalls) {
   Recorder recorder;
   LM_Rendition rendition;

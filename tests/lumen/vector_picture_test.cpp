@@ -12,6 +12,7 @@
 
 #include "lumen/picture_image.h"
 #include "lumen/raster_device.h"
+#include "tests/lumen/picture_comparison.h"
 #include "tests/lumen/vector_file.h"
 
 using lumen::Picture;
@@ -23,52 +24,6 @@ namespace {
 using Points = std::vector<LM_DCI_Point>;
 
 constexpr std::int32_t side = 120;
-
-int channel_of(const Picture& picture, std::int32_t x, std::int32_t y, int shift) {
-  return static_cast<int>((picture.pixel(x, y).word >> shift) & 0xFF);
-}
-
-/// How far a channel of a pixel is from what there is in the other picture
-/// there and a pixel around: edges may lie half a pixel elsewhere.
-int strangeness(const Picture& picture, const Picture& other, std::int32_t x, std::int32_t y,
-                int shift) {
-  int low = 255;
-  int high = 0;
-  for (std::int32_t row = std::max(y - 1, 0); row <= std::min(y + 1, side - 1); ++row) {
-    for (std::int32_t column = std::max(x - 1, 0); column <= std::min(x + 1, side - 1); ++column) {
-      const int channel = channel_of(other, column, row, shift);
-      low = std::min(low, channel);
-      high = std::max(high, channel);
-    }
-  }
-  const int channel = channel_of(picture, x, y, shift);
-  return std::max({low - channel, channel - high, 0});
-}
-
-struct Comparison {
-  int strangest = 0;
-  double difference = 0;  ///< of all channels on average
-  double ink = 0;         ///< of the first picture, compared with white, alike
-};
-
-Comparison compare(const Picture& one, const Picture& other) {
-  Comparison result;
-  for (std::int32_t y = 0; y < side; ++y) {
-    for (std::int32_t x = 0; x < side; ++x) {
-      for (const int shift : {0, 8, 16}) {
-        const int a = channel_of(one, x, y, shift);
-        const int b = channel_of(other, x, y, shift);
-        result.difference += std::abs(a - b);
-        result.ink += 255 - a;
-        result.strangest = std::max({result.strangest, strangeness(one, other, x, y, shift),
-                                     strangeness(other, one, x, y, shift)});
-      }
-    }
-  }
-  result.difference /= 3.0 * side * side;
-  result.ink /= 3.0 * side * side;
-  return result;
-}
 
 Picture rastered(const Drawing& drawing) {
   Picture picture(side, side);
@@ -91,7 +46,7 @@ class VectorPicture : public testing::TestWithParam<VectorFormat> {
     const Picture actual = vector_file::shown(GetParam(), path);
     ASSERT_EQ(actual.width(), side);
     ASSERT_EQ(actual.height(), side);
-    const Comparison comparison = compare(expected, actual);
+    const picture_comparison::Comparison comparison = picture_comparison::compare(expected, actual);
     EXPECT_GT(comparison.ink, 0.5) << "nothing was drawn";
     EXPECT_LE(comparison.strangest, strangest);
     EXPECT_LE(comparison.difference / comparison.ink, difference);

@@ -23,6 +23,14 @@ inline const LM_Vertex_Triple kTriples[] = {
 inline constexpr std::uint32_t kValues[] = {1, 2, 3, 4};
 inline constexpr LM_RGB32 kFill{0x00ABCDEF};
 
+/// A display list with a dot and a polyline, to be nested.
+inline DL::DisplayList* new_child() {
+  auto* child = new DL::DisplayList;
+  child->add(new DL::DLDot(kOwnColor, kPoints[0]));
+  child->add(new DL::DLPolyline(kOwnColor, kPointCount, kPoints));
+  return child;
+}
+
 /// Calls `make` with arguments that suit the constructor of `Base`, what comes
 /// after the colour.
 template <class Base, class Make>
@@ -30,7 +38,14 @@ auto with_arguments(const Make& make) {
   using DL::DisplayList;
   using Point = LogicalPoint;
   DisplayList* const no_list = nullptr;
-  if constexpr (std::is_same_v<Base, DL::DLTexturedPolytriangle>) {
+  if constexpr (std::is_same_v<Base, DL::DLText>) {
+    const LM_Font font(LM_Font_Description{.name = L"DejaVu Sans", .given = 1});
+    return make(font, DL::PointTemplate<double>{10, 20}, L"Sample", 6, 12.0, 0.25,
+                LogicalBounds{10, 20, 60, 40}, no_list, true);
+  } else if constexpr (std::is_same_v<Base, DL::DrawableDisplayList>) {
+    const LogicalBounds* const whole = nullptr;
+    return make(new_child(), whole);
+  } else if constexpr (std::is_same_v<Base, DL::DLTexturedPolytriangle>) {
     return make(kPointCount, kPoints,
                 DL::DLTexturedPolytriangle::Vertices{kVertexColors, kTriples, kValues, kTriples});
   } else if constexpr (std::is_same_v<Base, DL::DLImage>) {
@@ -64,9 +79,21 @@ std::unique_ptr<Class> make_variant(Color color) {
   });
 }
 
+/// What a nested list is constructed with: it has a rendition in its colour's
+/// place, whose bits are those of kColor here.
+inline LM_Rendition* color_as_rendition() {
+  DL::Drawable::ColorData data;
+  data.m_color = kColor;
+  return data.m_pRendition;
+}
+
 template <class T>
 std::unique_ptr<T> make_plain() {
-  return make_variant<T, T>(kColor);
+  if constexpr (std::is_same_v<T, DL::DrawableDisplayList>) {
+    return make_variant<T, T>(color_as_rendition());
+  } else {
+    return make_variant<T, T>(kColor);
+  }
 }
 
 template <class T>
