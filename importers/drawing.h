@@ -17,9 +17,11 @@ namespace importers {
 struct Drawing {
   // Declared before the list, which uses both until it is destroyed.
   std::unique_ptr<lumen::PackedHeap> heap = std::make_unique<lumen::PackedHeap>();
-  /// What point symbols, lines without length as large as their weight, are
-  /// drawn with. Whoever draws gives them the clip of the list's own rendition,
-  /// and the list wide dots.
+  /// What palettized drawables are drawn with: point symbols, lines without
+  /// length as large as their weight, and, with a weight of 1, lines and texts
+  /// whose colour and pattern the file tells. Whoever draws gives them the clip
+  /// of the list's own rendition and those of weight 1 its line weight, and the
+  /// list wide dots.
   std::vector<std::unique_ptr<LM_Rendition>> renditions;
   std::unique_ptr<DL::DisplayList> list;
 
@@ -28,12 +30,13 @@ struct Drawing {
   std::vector<std::string> layers;  ///< the names of the layers read, in drawing order
   bool is_map = false;              ///< filled areas in longitude and latitude
 
-  std::size_t drawables = 0;
+  std::size_t drawables = 0;        ///< of the list itself, not of lists in it
   std::size_t points = 0;           ///< vertices kept, as the file has them
   std::size_t features = 0;         ///< features read, drawn or not
   std::size_t empty_features = 0;   ///< those without any geometry to draw
   std::size_t unusable_points = 0;  ///< left out: not finite, or too large to be told apart
   std::string first_unusable;       ///< where the first of them is, in words
+  std::string remarks;              ///< what else was left out, in words; empty: nothing
 };
 
 }  // namespace importers

@@ -25,8 +25,10 @@ struct Progress {
 };
 
 struct ReadOptions {
+  std::string importer;  ///< the name of the one to read with; empty: the one that fits best
   /// Read these layers only, drawn in this order. None: all layers, areas of
   /// coarse layers below those of fine ones, lines above areas, points on top.
+  /// Formats that have a drawing order of their own keep it in either case.
   std::vector<std::string> layers;
   bool fill = true;                    ///< areas are filled, not outlined only
   std::optional<LM_RGB32> line_color;  ///< of all lines and outlines

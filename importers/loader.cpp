@@ -45,6 +45,21 @@ const Importer* best_match(const std::vector<const Importer*>& importers, const 
   return best;
 }
 
+const Importer* named(const std::vector<const Importer*>& importers, const std::string& name) {
+  const auto found = std::find_if(importers.begin(), importers.end(),
+                                  [&](const Importer* i) { return i->name() == name; });
+  return found == importers.end() ? nullptr : *found;
+}
+
+std::string unknown_importer(const std::vector<const Importer*>& importers, const std::string& path,
+                             const std::string& name) {
+  std::string names;
+  for (const Importer* importer : importers) {
+    names += (names.empty() ? "'" : ", '") + std::string(importer->name()) + "'";
+  }
+  return "cannot read '" + path + "': there is no importer '" + name + "'; choose from " + names;
+}
+
 std::string no_importer(const std::string& path, const std::vector<std::string>& problems) {
   const std::string problem = problems.empty() ? "there is none" : problems.front();
   return "cannot read '" + path + "': no importer could be loaded (" + problem +
@@ -76,13 +91,24 @@ std::vector<const Importer*> load_importers(const std::vector<fs::path>& folders
   return importers;
 }
 
+std::vector<std::string> importer_names() {
+  std::vector<std::string> names;
+  for (const Importer* importer : load_importers(module_folders())) {
+    names.emplace_back(importer->name());
+  }
+  return names;
+}
+
 std::string read_drawing(const std::string& path, const ReadOptions& options, Drawing& drawing) {
   std::string problem = check_input(path);
   if (!problem.empty()) return problem;
   std::vector<std::string> problems;
   const std::vector<const Importer*> importers = load_importers(module_folders(), &problems);
   if (importers.empty()) return no_importer(path, problems);
-  const Importer* importer = best_match(importers, path);
+  const bool is_named = !options.importer.empty();
+  const Importer* importer =
+      is_named ? named(importers, options.importer) : best_match(importers, path);
+  if (importer == nullptr && is_named) return unknown_importer(importers, path, options.importer);
   if (importer == nullptr) {
     return "cannot read '" + path +
            "': no importer knows this kind of file; convert it to GeoJSON, GeoPackage or DXF";

@@ -19,8 +19,12 @@ std::vector<std::filesystem::path> module_folders();
 std::vector<const Importer*> load_importers(const std::vector<std::filesystem::path>& folders,
                                             std::vector<std::string>* problems = nullptr);
 
-/// Reads a file with the importer that fits it best. Empty on success, else one
-/// sentence that names the file and the mend.
+/// The names of the importers that there are, in the same order.
+std::vector<std::string> importer_names();
+
+/// Reads a file with the importer that the options name or, where they name
+/// none, the one that fits it best. Empty on success, else one sentence that
+/// names the file and the mend.
 [[nodiscard]] std::string read_drawing(const std::string& path, const ReadOptions& options,
                                        Drawing& drawing);
 

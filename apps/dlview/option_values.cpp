@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "apps/dlview/color.h"
+#include "importers/loader.h"
 #include "lumen/picture.h"
 
 namespace dlview {
@@ -89,6 +90,14 @@ DrawForm form_value(const std::string& name, const std::string& text) {
   const auto form = forms.find(text);
   if (form == forms.end()) refuse(name, "unclipped, bounded, circled or complex", text);
   return form->second;
+}
+
+std::string importer_value(const std::string& name, const std::string& text) {
+  const std::vector<std::string> names = importers::importer_names();
+  if (names.empty() || std::find(names.begin(), names.end(), text) != names.end()) return text;
+  std::string choice;
+  for (const std::string& known : names) choice += (choice.empty() ? "" : " or ") + known;
+  refuse(name, choice, text);
 }
 
 LM_RGB32 color_value(const std::string& name, const std::string& text) {

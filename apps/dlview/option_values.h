@@ -33,4 +33,8 @@ DrawForm form_value(const std::string& name, const std::string& text);
 
 LM_RGB32 color_value(const std::string& name, const std::string& text);
 
+/// The name of an importer that there is; of any, where none can be loaded,
+/// which reading then tells.
+std::string importer_value(const std::string& name, const std::string& text);
+
 }  // namespace dlview

@@ -23,6 +23,7 @@ using importers::Drawing;
 std::string read(const RenderOptions& options, Drawing& drawing) {
   ProgressLine line("reading " + options.input, isatty(STDERR_FILENO) != 0);
   importers::ReadOptions reading;
+  reading.importer = options.importer;
   reading.layers = options.layers;
   reading.fill = options.fill;
   reading.line_color = options.line_color;
@@ -63,6 +64,10 @@ void prepare(Drawing& drawing, const RenderOptions& options, Sheet& sheet) {
   for (const std::unique_ptr<LM_Rendition>& rendition : drawing.renditions) {
     rendition->set_clip_rectangle(working.clip_rectangle());
     rendition->set_complex_clip(clip, true);
+    // A weight of its own is that of point symbols.
+    if (rendition->line_style().weight > 1) continue;
+    rendition->set_line_weight(options.line_width);
+    rendition->set_end_styles(LM_END_ROUND);
   }
 }
 
@@ -92,6 +97,9 @@ std::string render(const RenderOptions& options) {
   Drawing drawing;
   problem = read(options, drawing);
   if (!problem.empty()) return problem;
+  if (!drawing.remarks.empty()) {
+    std::fprintf(stderr, "dlview: of '%s' %s.\n", options.input.c_str(), drawing.remarks.c_str());
+  }
   View view;
   problem = make_view(drawing, options.window, options.size, view);
   if (!problem.empty()) return "the drawing '" + options.input + "' " + problem;

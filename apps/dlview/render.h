@@ -14,6 +14,7 @@ namespace dlview {
 struct RenderOptions {
   std::string input;
   std::string output;
+  std::string importer;  ///< its name; empty: the one that fits the input best
   PictureSize size;
   std::optional<importers::Extent> window;  ///< drawing coordinates; none: all
   std::optional<LM_RGB32> background;       ///< none: what suits the drawing

@@ -10,7 +10,8 @@ namespace {
 constexpr const char* footer =
     "The part of the drawing that is shown keeps its proportions: the window is widened until\n"
     "it fills the picture. Layers are drawn with areas below lines below points, coarse areas\n"
-    "below fine ones; with --layer, in the order given.\n"
+    "below fine ones; with --layer, in the order given. A .dxf is drawn in its own order, with\n"
+    "its own colours and line types.\n"
     "\n"
     "Examples:\n"
     "  dlview render world.json -o world.png\n"
@@ -49,6 +50,16 @@ void RenderCommand::add_files() {
                    "The drawing: GeoJSON, TopoJSON, GeoPackage, Shapefile,\n"
                    "FlatGeobuf, KML, DXF or another vector format that\nGDAL reads")
       ->required();
+  m_command
+      ->add_option_function<std::string>(
+          "--importer",
+          [this](const std::string& text) {
+            m_options.importer = importer_value("--importer", text);
+          },
+          "Read with this importer: dxf, which has a .dxf drawn\nas it is meant to look, or ogr, "
+          "which reads it as\nplain geometry like any other format; the one that\nfits best if not "
+          "given")
+      ->type_name("NAME");
   m_command
       ->add_option("-o,--output", m_options.output,
                    "The picture: a .png file of pixels, or a .pdf or .svg\n"

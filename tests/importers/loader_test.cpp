@@ -67,6 +67,20 @@ TEST(Loader, SaysThatNoImporterKnowsAFile) {
   EXPECT_THAT(read_drawing(file, {}, drawing), AllOf(HasSubstr(file), HasSubstr("no importer")));
 }
 
+TEST(Loader, ReadsWithTheImporterThatIsNamed) {
+  const TemporaryFolder folder;
+  const std::string file =
+      folder.write("a.geojson", R"({"type":"LineString","coordinates":[[0,0],[1,1]]})");
+  Drawing drawing;
+  importers::ReadOptions options;
+  options.importer = "ogr";
+  EXPECT_EQ(read_drawing(file, options, drawing), "");
+  options.importer = "other";
+  EXPECT_THAT(read_drawing(file, options, drawing),
+              AllOf(HasSubstr(file), HasSubstr("no importer 'other'"), HasSubstr("'ogr'")));
+  EXPECT_THAT(importers::importer_names(), testing::Contains("ogr"));
+}
+
 TEST(InputFile, IsFineWhenThereIsSomethingToRead) {
   const TemporaryFolder folder;
   EXPECT_EQ(check_input(folder.write("a", "b")), "");
