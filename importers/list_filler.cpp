@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "displaylist/displaylist.h"
+#include "importers/complete_drawable.h"
 #include "importers/sphere.h"
 
 namespace importers {
@@ -11,14 +12,6 @@ namespace {
 
 using LogicalPoint = DL::PointTemplate<long>;
 using PointSymbol = DL::PalettizedDrawable<DL::DLPolyline>;
-
-bool has_all_points(const DL::Polything& thing) {
-  return thing.points != nullptr;
-}
-
-bool has_all_points(const DL::DLDot&) {
-  return true;
-}
 
 /// The vertex of a ring that follows the one at `index`.
 const Vertex& next_vertex(std::span<const Vertex> ring, std::size_t index) {
@@ -30,14 +23,6 @@ bool has_only_seams(std::span<const Vertex> ring) {
     if (!sphere::is_seam(ring[i], next_vertex(ring, i))) return false;
   }
   return true;
-}
-
-/// The drawable, or null when it or its points did not get their memory.
-template <class T>
-T* complete_or_null(T* drawable) {
-  if (drawable == nullptr || has_all_points(*drawable)) return drawable;
-  delete drawable;
-  return nullptr;
 }
 
 }  // namespace

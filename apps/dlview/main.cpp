@@ -7,6 +7,7 @@
 
 #include "apps/dlview/render_command.h"
 #include "apps/dlview/usage.h"
+#include "lumen/fonts.h"
 
 namespace {
 
@@ -19,7 +20,12 @@ int fail(const std::string& sentence, int status = failure) {
   return status;
 }
 
+void tell(const char* message) {
+  std::fprintf(stderr, "dlview: %s\n", message);
+}
+
 int run(int argc, char** argv) {
+  lumen::set_missing_font_handler(&tell);
   CLI::App program("Draws vector drawings: maps, plans, plots.", "dlview");
   program.set_version_flag("--version", "dlview " DLVIEW_VERSION);
   program.require_subcommand(1);

@@ -63,7 +63,7 @@ void RenderCommand::add_files() {
   m_command
       ->add_option("-o,--output", m_options.output,
                    "The picture: a .png file of pixels, or a .pdf or .svg\n"
-                   "file of lines and areas; replaced if it is there")
+                   "file of lines, areas and texts; replaced if it is there")
       ->type_name("FILE")
       ->required();
   m_command

@@ -17,11 +17,13 @@ Arc bulge_arc(const Vertex& from, const Vertex& to, double bulge) {
 }
 
 void put_in_order(double& start, double& end) {
-  start = std::remainder(start, whole_turn);
-  if (start < 0) start += whole_turn;
   double span = std::fmod(end - start, whole_turn);
   if (span < 0) span += whole_turn;
-  end = start + (span > 1e-12 ? span : whole_turn);
+  // Files write the end of a whole turn as 6.2832, or as 6.283185.
+  const bool is_whole = std::fabs(end - start - whole_turn) < 1e-4 || span <= 1e-12;
+  start = std::remainder(start, whole_turn);
+  if (start < 0) start += whole_turn;
+  end = start + (is_whole ? whole_turn : span);
 }
 
 Arc transformed(const Arc& arc, const Affine& affine) {
@@ -66,9 +68,12 @@ Axes axes(const Arc& arc) {
 }
 
 void flatten(const Arc& arc, std::vector<Vertex>& points) {
-  constexpr double steps_of_turn = 128;
+  // A part of a large ellipse is looked at as closely as a whole small one.
+  constexpr double steps_of_turn = 256;
+  constexpr int least_steps = 32;
   const double span = std::clamp(arc.end - arc.start, 0.0, whole_turn);
-  const int steps = std::max(2, static_cast<int>(std::ceil(span / whole_turn * steps_of_turn)));
+  const int steps =
+      std::max(least_steps, static_cast<int>(std::ceil(span / whole_turn * steps_of_turn)));
   for (int i = 0; i <= steps; ++i) points.push_back(arc.at(arc.start + span * i / steps));
 }
 

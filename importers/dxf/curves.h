@@ -50,7 +50,8 @@ struct Axes {
 };
 [[nodiscard]] Axes axes(const Arc& arc);
 
-/// Appends points along the arc, both ends included; a whole turn gets 128.
+/// Appends points along the arc, both ends included: 256 for a whole turn, and at
+/// least 32.
 void flatten(const Arc& arc, std::vector<Vertex>& points);
 
 /// A B-spline by control points or, where it has none, the points that it goes

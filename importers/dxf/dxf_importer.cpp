@@ -110,7 +110,7 @@ std::string draw(const std::string& path, const Model& model, const ReadOptions&
   Filler filler(drawing, options.point_size);
   if (!plan.shapes.empty()) filler.fill(plan);
   left_out.too_many += filler.too_many();
-  drawing.remarks = remarks(model, left_out);
+  drawing.remarks = remarks(model, left_out, plan.shapes.empty());
   if (plan.shapes.empty()) return nothing_drawn(path, drawing);
   for (const std::size_t layer : composer.layers()) {
     drawing.layers.push_back(model.layers[layer].name);

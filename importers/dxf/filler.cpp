@@ -5,23 +5,12 @@
 #include <memory>
 #include <tuple>
 
+#include "importers/complete_drawable.h"
 #include "importers/dxf/stretched_text.h"
 
 namespace importers::dxf {
 
 namespace {
-
-bool has_all_points(const DL::Polything& thing) {
-  return thing.points != nullptr;
-}
-
-/// The drawable, or null when it or its points did not get their memory.
-template <class T>
-DL::Drawable* complete_or_null(T* drawable) {
-  if (drawable == nullptr || has_all_points(*drawable)) return drawable;
-  delete drawable;
-  return nullptr;
-}
 
 /// The logical box of an extent, and a unit more for what was rounded.
 DL::BoundsTemplate<long> logical_box(const Extent& extent, const Mapping& mapping) {
@@ -37,6 +26,23 @@ bool has_logical_axes(const Arc& arc, const Axes& axes, const Mapping& mapping) 
   const double radius = axes.major * mapping.scale;
   return std::fabs(mapping.logical_x(arc.center.x)) + radius < most &&
          std::fabs(mapping.logical_y(arc.center.y)) + radius < most;
+}
+
+/// What a nested plan is fitted by: its extent and, so that its arcs stay arcs,
+/// the ellipses that they are part of, unless that is very much more.
+Extent fitted_extent(const Plan& plan) {
+  constexpr double most_growth = 16;
+  Extent extent = plan.extent;
+  for (const Shape& shape : plan.shapes) {
+    const Arc* arc = std::get_if<Arc>(&shape.what);
+    if (arc == nullptr) continue;
+    const double radius = axes(*arc).major;
+    extent.widen(arc->center.x - radius, arc->center.y - radius);
+    extent.widen(arc->center.x + radius, arc->center.y + radius);
+  }
+  const double side = std::max(plan.extent.width(), plan.extent.height());
+  const double grown = std::max(extent.width(), extent.height());
+  return grown <= side * most_growth ? extent : plan.extent;
 }
 
 }  // namespace
@@ -97,7 +103,7 @@ void Filler::load(const std::vector<Vertex>& points, const Mapping& mapping) {
 DL::Drawable* Filler::make(const Stroke& stroke, const Shape& shape, const Target& target) {
   load(stroke.points, target.mapping);
   LM_Rendition* pen = rendition(shape.pen, 1);
-  DL::Drawable* drawable =
+  auto* drawable =
       complete_or_null(new (m_drawing.heap.get()) DL::PalettizedDrawable<DL::DLPolyline>(
           pen, static_cast<std::int32_t>(m_points.size()), m_points.data()));
   m_out_of_memory = m_out_of_memory || drawable == nullptr;
@@ -106,7 +112,7 @@ DL::Drawable* Filler::make(const Stroke& stroke, const Shape& shape, const Targe
 
 DL::Drawable* Filler::make(const Segments& segments, const Shape& shape, const Target& target) {
   load(segments.points, target.mapping);
-  DL::Drawable* drawable =
+  auto* drawable =
       complete_or_null(new (m_drawing.heap.get()) DL::PalettizedDrawable<DL::DLPolysegment>(
           rendition(shape.pen, 1), static_cast<std::int32_t>(m_points.size()), m_points.data()));
   m_out_of_memory = m_out_of_memory || drawable == nullptr;
@@ -185,7 +191,7 @@ DL::Drawable* Filler::make(const Nest& nest, const Shape& shape, const Target& t
     return nullptr;
   }
   m_nested += list_cost;
-  const Mapping inner = Mapping::fitting(nest.plan->extent);
+  const Mapping inner = Mapping::fitting(fitted_extent(*nest.plan));
   const Mapping& outer = target.mapping;
   DL::DisplayList* child = make_list(*nest.plan, inner);
   const DL::BoundsTemplate<long> bounds = logical_box(nest.plan->extent, inner);

@@ -4,8 +4,15 @@
 
 namespace importers::dxf {
 
-/// The family that a font file belongs to, by its name; empty, which stands for
-/// the usual one, for stroke fonts and names without an ending.
-[[nodiscard]] std::wstring family_of_file(const std::wstring& file);
+/// What a drawing asks for as a font.
+struct FontChoice {
+  std::wstring family;  ///< empty for the usual one
+  bool is_bold = false;
+  bool is_italic = false;
+};
+
+/// The font in a file, by the file's name; the usual one for stroke fonts and
+/// names without an ending.
+[[nodiscard]] FontChoice font_of_file(const std::wstring& file);
 
 }  // namespace importers::dxf

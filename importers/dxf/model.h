@@ -12,6 +12,7 @@
 #include "displaylist/platform/points.h"
 #include "importers/dxf/affine.h"
 #include "importers/dxf/curves.h"
+#include "importers/dxf/fonts.h"
 
 /// A DXF file as plain values, names resolved to indices, strings decoded.
 namespace importers::dxf {
@@ -38,7 +39,7 @@ struct Layer {
 };
 
 struct TextStyle {
-  std::wstring font;  ///< a family, empty for the usual one
+  FontChoice font;
   double width_factor = 1.0;
   double height = 0.0;  ///< of all its texts, where not 0
 };

@@ -145,7 +145,9 @@ class Parser {
     std::wstring name(argument.substr(0, argument.find('|')));
     const bool is_stroke_font =
         name.find('.') != std::wstring::npos || argument.find('|') == std::wstring_view::npos;
-    format().font = is_stroke_font ? L"" : name;
+    const bool is_bold = argument.find(L"|b1") != std::wstring_view::npos;
+    const bool is_italic = argument.find(L"|i1") != std::wstring_view::npos;
+    format().font = is_stroke_font ? FontChoice{} : FontChoice{name, is_bold, is_italic};
   }
 
   void set_height(std::wstring_view argument) {

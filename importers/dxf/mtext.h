@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "displaylist/platform/points.h"
+#include "importers/dxf/fonts.h"
 
 namespace importers::dxf {
 
@@ -13,7 +14,7 @@ namespace importers::dxf {
 struct PieceFormat {
   double height = 1.0;
   double width_factor = 1.0;
-  std::wstring font;  ///< a family, empty for the usual one
+  FontChoice font;
   std::optional<LM_RGB32> color;
 };
 

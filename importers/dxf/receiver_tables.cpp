@@ -42,7 +42,7 @@ void Receiver::addLinetype(const DL_LinetypeData& data) {
 
 void Receiver::addTextStyle(const DL_StyleData& data) {
   TextStyle& style = m_model.styles[m_model.styles.index(key(data.name))];
-  style.font = family_of_file(m_decoder.wide(data.primaryFontFile));
+  style.font = font_of_file(m_decoder.wide(data.primaryFontFile));
   if (data.widthFactor > 0) style.width_factor = data.widthFactor;
   style.height = data.fixedTextHeight;
 }

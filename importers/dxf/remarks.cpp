@@ -38,10 +38,10 @@ std::size_t paper_entities(const Model& model) {
                     [](const Entity& entity) { return entity.in_paper_space; }));
 }
 
-std::string remarks(const Model& model, const LeftOut& left_out) {
+std::string remarks(const Model& model, const LeftOut& left_out, bool with_hidden) {
   List list;
   for (const auto& [kind, count] : model.kinds) list.add(count, "of kind " + shown(kind));
-  list.add(left_out.hidden, "hidden, by themselves or by their layers");
+  if (with_hidden) list.add(left_out.hidden, "hidden, by themselves or by their layers");
   list.add(left_out.paper, "in paper space");
   list.add(left_out.missing, "inserts of blocks that are not there");
   list.add(left_out.endless, "inserts of blocks into themselves");

@@ -2,12 +2,6 @@
 
 namespace importers::dxf {
 
-namespace {
-
-char type_token;
-
-}  // namespace
-
 StretchedText::StretchedText(LM_Rendition* rendition, double width_factor, const LM_Font& font,
                              const DL::PointTemplate<double>& position, const std::wstring& text,
                              double height, double rotation, const DL::BoundsTemplate<long>& bounds,
@@ -28,18 +22,12 @@ bool StretchedText::set_text_attributes(DL::DisplayList& list) {
   return true;
 }
 
-void* StretchedText::my_type() {
-  return &type_token;
-}
-
-void* StretchedText::type() const {
-  return my_type();
-}
-
 DL::Drawable* StretchedText::clone() {
   return new StretchedText(*this);
 }
 
-void StretchedText::hide() {}
+void StretchedText::hide() {
+  DL::class_change::become<DL::HiddenDrawable<StretchedText>>(this);
+}
 
 }  // namespace importers::dxf

@@ -8,24 +8,23 @@
 
 namespace importers::dxf {
 
-/// A text whose letters are narrower or wider than their font has them.
-class StretchedText final : public DL::PalettizedDrawable<DL::DLText> {
+/// A text whose letters are narrower or wider than their font has them. Its type
+/// is that of texts, so that it is found and written as one; a stream does not
+/// hold the factor.
+class StretchedText : public DL::PalettizedDrawable<DL::DLText> {
  public:
   StretchedText(LM_Rendition* rendition, double width_factor, const LM_Font& font,
                 const DL::PointTemplate<double>& position, const std::wstring& text, double height,
                 double rotation, const DL::BoundsTemplate<long>& bounds, DL::DisplayList* list);
+  explicit StretchedText(DL::class_change::Unfilled unfilled) : PalettizedDrawable(unfilled) {}
   StretchedText(const StretchedText& other);
 
   bool set_text_attributes(DL::DisplayList& list) override;
-  void* type() const override;
   DL::Drawable* clone() override;
-  /// Nothing: it is always seen.
   void hide() override;
 
-  static void* my_type();
-
  private:
-  float m_width_factor;
+  float m_width_factor = 1.0F;
 };
 
 }  // namespace importers::dxf

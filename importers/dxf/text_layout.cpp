@@ -6,11 +6,14 @@
 
 namespace importers::dxf {
 
-LM_Font font_of(const std::wstring& family) {
-  if (family.empty()) return {};
+LM_Font font_of(const FontChoice& choice) {
+  if (choice.family.empty()) return {};
   LM_Font_Description description;
-  description.name = family;
-  description.given = LM_Font_Description::NAME;
+  description.name = choice.family;
+  description.bold = choice.is_bold ? 1 : 0;
+  description.italic = choice.is_italic ? 1 : 0;
+  description.given =
+      LM_Font_Description::NAME | LM_Font_Description::BOLD | LM_Font_Description::ITALIC;
   return LM_Font(description);
 }
 

@@ -18,8 +18,7 @@ struct TextMeasures {
 };
 [[nodiscard]] TextMeasures measures(const LM_Font& font, const std::wstring& text);
 
-/// The font of a family; the usual one for an empty name.
-[[nodiscard]] LM_Font font_of(const std::wstring& family);
+[[nodiscard]] LM_Font font_of(const FontChoice& choice);
 
 /// A run of text as it lies, in the coordinates of its entity.
 struct TextRun {

@@ -1,5 +1,7 @@
 #include "lumen/text/text_shape_p.h"
 
+#include <algorithm>
+
 #include "lumen/text/font_face_p.h"
 
 namespace lumen {
@@ -37,6 +39,10 @@ void add_glyphs(const TextRun& run, const TextPlacement& placement, const PixelR
 }
 
 void add_bar(const TextRun& run, const TextPlacement& placement, Shape& shape) {
+  const auto has_ink = [](const PlacedGlyph& glyph) {
+    return !glyph.face->outline(glyph.glyph).is_empty();
+  };
+  if (std::none_of(run.glyphs.begin(), run.glyphs.end(), has_ink)) return;
   const auto advance = double{run.advance};
   const auto height = double{run.x_height};
   shape.move_to(placement.x(0, 0), placement.y(0, 0));

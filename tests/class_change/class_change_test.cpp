@@ -146,8 +146,8 @@ TEST(DrawableChange, AgreesWithTheTypeAtRunTime) {
 
 TEST(DrawableChange, InAConstructorIsSeen) {
   LM_Rendition rendition;
-  auto* text = new DL::DLText(&rendition, LM_Font(), {1.0, 2.0}, L"a", 1, 10.0, 0.0,
-                              {0, 0, 10, 10}, nullptr, true);
+  auto* text = new DL::DLText(&rendition, LM_Font(), {1.0, 2.0}, L"a", 1, 10.0, 0.0, {0, 0, 10, 10},
+                              nullptr, true);
   EXPECT_TRUE(text->is_palettized());
   RecordedList recorded;
   EXPECT_EQ(text->rendition(recorded.list), &rendition);

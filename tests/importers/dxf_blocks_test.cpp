@@ -222,14 +222,20 @@ TEST(DxfPalette, LineTypesBecomeTheNearestPatterns) {
   EXPECT_THAT(patterns, ElementsAre(1, 2, 3, 4, 3, 1, 0, 2));
 }
 
-TEST(DxfLayers, HiddenOnesAreLeftOutAndCounted) {
+TEST(DxfLayers, HiddenOnesAreLeftOut) {
   const std::string tables = layer("FROZEN", 1, "CONTINUOUS", 1) + layer("OFF", -1);
   const DxfDrawing read({line(0, 0, 1, 1) + on_layer("FROZEN", "LINE", {{11, 1}}) +
                              on_layer("OFF", "LINE", {{11, 1}}) +
                              entity("LINE", {{60, 1}, {11, 5}}),
                          "", tables});
   EXPECT_EQ(read.calls().size(), 1U);
-  EXPECT_EQ(read.drawing.remarks, "left out: 3 hidden, by themselves or by their layers");
+  EXPECT_EQ(read.drawing.remarks, "");
+}
+
+TEST(DxfLayers, ADrawingWithNothingButHiddenOnesTellsThat) {
+  const DxfDrawing read({on_layer("OFF", "LINE", {{11, 1}}), "", layer("OFF", -1)});
+  EXPECT_THAT(read.recorded.problem,
+              testing::HasSubstr("nothing to draw (left out: 1 hidden, by themselves or by"));
 }
 
 TEST(DxfLayers, AreChosenByNameInTheOrderOfTheFile) {

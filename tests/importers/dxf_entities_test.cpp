@@ -132,6 +132,16 @@ TEST(DxfEntities, CirclesAndArcs) {
   expect_angle(arc.angles[1], 2.25 * pi);
 }
 
+TEST(DxfEntities, EllipsesOfARoundedWholeTurnAreWhole) {
+  for (const double end : {6.2832, 6.283185, 6.28318530717}) {
+    const DxfDrawing read =
+        framed(entity("ELLIPSE", {{10, 1}, {11, 8}, {40, 0.5}, {41, 0}, {42, end}}));
+    ASSERT_EQ(read.calls().size(), 2U);
+    const std::vector<double>& angles = read.calls()[1].angles;
+    EXPECT_NEAR(angles[1] - angles[0], 2 * pi, 1e-5) << end;
+  }
+}
+
 TEST(DxfEntities, EllipsesByTheirMajorAxis) {
   const DxfDrawing read = framed(
       entity("ELLIPSE", {{10, 1}, {20, 2}, {11, 0}, {21, 8}, {40, 0.25}, {41, 0}, {42, pi / 2}}));

@@ -4,10 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <memory>
 #include <numbers>
+#include <vector>
 
 #include "lumen/fonts.h"
 #include "tests/importers/dxf_drawing.h"
+#include "tests/support/tree_walk.h"
 
 namespace {
 
@@ -105,6 +108,29 @@ TEST(DxfTexts, AlignedAndFittedTextsSpanTheirPoints) {
   EXPECT_NEAR(aligned.calls[0].text_attributes.rotation, pi / 2, tolerance);
 }
 
+TEST(DxfTexts, OfAnotherWidthAreHiddenAndShownLikeOthers) {
+  const Texts read(text("a", {{41, 0.5}}));
+  DL::DisplayList& list = *read.read.drawing.list;
+  DL::Drawable& wide = *drawables_of(list).back();
+  ASSERT_TRUE(wide.isKindOf(DL::DLText::my_type()));
+  const auto widths = [&](DL::Drawable& drawable) {
+    std::vector<float> scales;
+    read.read.recorded.recorder->clear();
+    drawable.draw_clipped(list);
+    for (const RecordedCall& call : read.read.calls()) {
+      scales.push_back(call.text_attributes.width_scale);
+    }
+    return scales;
+  };
+  wide.hide();
+  EXPECT_TRUE(wide.is_hidden() && wide.is_palettized());
+  EXPECT_THAT(widths(wide), testing::IsEmpty());
+  wide.unhide();
+  const std::unique_ptr<DL::Drawable> copy(wide.clone());
+  EXPECT_THAT(widths(wide), ElementsAre(0.5F));
+  EXPECT_THAT(widths(*copy), ElementsAre(0.5F));
+}
+
 TEST(DxfTexts, RotationAndWidthFactor) {
   const Texts read(text("a", {{50, 30}, {41, 0.5}}));
   EXPECT_NEAR(read.calls[0].text_attributes.rotation, pi / 6, tolerance);
@@ -169,6 +195,31 @@ TEST(DxfTexts, StylesGiveFontsAndFactors) {
   EXPECT_EQ(read.calls[1].text_attributes.font.data(), nullptr);
 }
 
+TEST(DxfTexts, FontFilesTellFamilyAndStyle) {
+  struct Case {
+    const char* file;
+    const wchar_t* family;
+    bool is_bold;
+    bool is_italic;
+  };
+  lumen::set_missing_font_handler(nullptr);
+  for (const Case& c : {Case{"arial.ttf", L"Arial", false, false},
+                        {"C:\\Fonts\\ARIALBD.TTF", L"Arial", true, false},
+                        {"timesbi.ttf", L"Times New Roman", true, true},
+                        {"couri.ttf", L"Courier New", false, true},
+                        {"DejaVuSerif-Bold.ttf", L"Dejavuserif", true, false},
+                        {"DejaVuSans-BoldOblique.ttf", L"Dejavusans", true, true},
+                        {"Serif-Regular.otf", L"Serif", false, false}}) {
+    const std::string style = groups({{0, "STYLE"}, {2, "S"}, {70, 0}, {3, c.file}});
+    const Texts read(text("a", {{7, "S"}}), "", style);
+    ASSERT_EQ(read.calls.size(), 1U);
+    const LM_Font_Description font = read.calls[0].text_attributes.font.description();
+    EXPECT_EQ(font.name, c.family);
+    EXPECT_EQ(font.bold != 0, c.is_bold) << c.file;
+    EXPECT_EQ(font.italic != 0, c.is_italic) << c.file;
+  }
+}
+
 TEST(DxfTexts, ParagraphsAreLinesUnderEachOther) {
   const Texts read(mtext("One\\PTwo\\P\\PFour"));
   ASSERT_THAT(read.words(), ElementsAre(L"One", L"Two", L"Four"));
@@ -202,7 +253,9 @@ TEST(DxfTexts, InlineCodes) {
   for (const std::wstring& word : read.words()) all += word;
   EXPECT_EQ(all, L"a\u00A0b c 1/2 red \\ {d}");
   ASSERT_GE(read.calls.size(), 4U);
-  EXPECT_EQ(read.calls[1].text_attributes.font.description().name, L"Arial");
+  const LM_Font_Description font = read.calls[1].text_attributes.font.description();
+  EXPECT_EQ(font.name, L"Arial");
+  EXPECT_TRUE(font.bold != 0 && font.italic == 0);
   EXPECT_EQ(read.calls.back().color.word, 0xFF0000U);
 }
 

@@ -188,6 +188,13 @@ TEST(RasterText, OfLessThanFiveUnitsIsABar) {
   EXPECT_EQ(darkness(canvas.picture, 7, 8), 0);
 }
 
+TEST(RasterText, BlanksHaveNoBar) {
+  Canvas canvas(60, 20);
+  apply({4}, canvas.rendition);
+  draw(canvas, L"   \u00A0 ", {5, 10, 0});
+  EXPECT_EQ(ink_of(canvas.picture), 0);
+}
+
 TEST(RasterText, BarsAreAsTransparentAsTheInk) {
   Canvas canvas(40, 20);
   apply({4.9F}, canvas.rendition);

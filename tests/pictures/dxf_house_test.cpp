@@ -43,13 +43,11 @@ lumen::Picture drawn(importers::Drawing& drawing, std::int32_t width, std::int32
 
 }  // namespace
 
-TEST(House, IsReadWithoutRemarks) {
+TEST(House, LeavesOutTheLayerThatIsOff) {
   const importers::Drawing drawing = house();
-  EXPECT_EQ(drawing.unusable_points, 0U);
-  EXPECT_EQ(drawing.empty_features, 0U);
-  // One layer is off, and what it holds is told of.
   EXPECT_THAT(drawing.layers, testing::Not(testing::Contains("REVIEW")));
   EXPECT_THAT(drawing.layers, testing::IsSupersetOf({"WALLS", "FURNITURE", "DIMENSIONS", "ROOMS"}));
+  EXPECT_EQ(drawing.remarks, "");
 }
 
 TEST(GoldenPicture, HouseOfBlocksAndTexts) {
