@@ -9,6 +9,8 @@
 #include <cwchar>
 #include <optional>
 
+#include "displaylist/platform/utf16.h"
+
 namespace LM_Multibyte {
 namespace {
 
@@ -18,14 +20,6 @@ constexpr std::uint32_t kPastCharacters = 0x110000;
 
 bool is_utf_8() {
   return std::strcmp(nl_langinfo(CODESET), "UTF-8") == 0;
-}
-
-bool is_lead_surrogate(std::uint32_t unit) {
-  return unit >= 0xD800 && unit < 0xDC00;
-}
-
-bool is_trail_surrogate(std::uint32_t unit) {
-  return unit >= 0xDC00 && unit < 0xE000;
 }
 
 /// A character of a byte string, or the end, or a byte that is none.
@@ -43,8 +37,8 @@ Character first_character(const unsigned char* text) {
   // No more than there is, so that nobody looks past the end.
   const std::size_t length = std::mbrtowc(&code_point, bytes, strnlen(bytes, MB_CUR_MAX), &state);
   const auto value = static_cast<std::uint32_t>(code_point);
-  if (length > MB_LEN_MAX || value >= kPastCharacters || is_lead_surrogate(value) ||
-      is_trail_surrogate(value)) {
+  if (length > MB_LEN_MAX || value >= kPastCharacters || LM_Utf16::is_high_surrogate(value) ||
+      LM_Utf16::is_low_surrogate(value)) {
     return {1, 0, false};
   }
   return {length, value, true};
@@ -53,8 +47,8 @@ Character first_character(const unsigned char* text) {
 /// The character at the start of a wide string, if it is one.
 std::optional<wchar_t> first_character(const wchar_t* text, std::size_t count) {
   const auto unit = static_cast<std::uint32_t>(text[0]);
-  if (unit >= kPastUnits || is_trail_surrogate(unit)) return std::nullopt;
-  if (!is_lead_surrogate(unit)) return text[0];
+  if (unit >= kPastUnits || LM_Utf16::is_low_surrogate(unit)) return std::nullopt;
+  if (!LM_Utf16::is_high_surrogate(unit)) return text[0];
   if (unit_count(text, count) < 2) return std::nullopt;
   const std::uint32_t low = static_cast<std::uint32_t>(text[1]) - 0xDC00;
   return static_cast<wchar_t>(kPastUnits + ((unit - 0xD800) << 10) + low);
@@ -156,8 +150,9 @@ std::size_t from_wide(unsigned char* out, std::size_t size, const wchar_t* text,
 }
 
 std::size_t unit_count(const wchar_t* text, std::size_t count) {
-  const bool is_pair = count > 1 && is_lead_surrogate(static_cast<std::uint32_t>(text[0])) &&
-                       is_trail_surrogate(static_cast<std::uint32_t>(text[1]));
+  const bool is_pair = count > 1 &&
+                       LM_Utf16::is_high_surrogate(static_cast<std::uint32_t>(text[0])) &&
+                       LM_Utf16::is_low_surrogate(static_cast<std::uint32_t>(text[1]));
   return is_pair ? 2 : 1;
 }
 

@@ -60,6 +60,12 @@ struct BoundsTemplate {
            min.y <= other.max.y;
   }
 
+  /// The rectangle that the two corners span, whichever of them is which.
+  [[nodiscard]] constexpr BoundsTemplate spanned() const {
+    return {min.x < max.x ? min.x : max.x, min.y < max.y ? min.y : max.y,
+            min.x < max.x ? max.x : min.x, min.y < max.y ? max.y : min.y};
+  }
+
   constexpr void widen(const point& p) {
     if (p.x < min.x) min.x = p.x;
     if (p.x > max.x) max.x = p.x;

@@ -58,6 +58,11 @@ using portable::nearest;
   return value;
 }
 
+/// Clamped to the 32-bit range, then toward zero; NaN is kIndefinite.
+[[nodiscard]] inline std::int32_t truncate_saturated(double value) {
+  return truncate(clamp_to_32_bits(value));
+}
+
 /// Clamped to the 32-bit range, then half away from zero for values from 0.0
 /// up and half toward zero below; NaN is kIndefinite.
 [[nodiscard]] inline std::int32_t asymmetric(double value) {

@@ -34,9 +34,9 @@ struct LM_Text_Extent {
 /// (cos r, -sin r) where it is negative, which is what a list makes of a text
 /// whose logical y runs up. The glyphs stand to the left of that direction as
 /// one sees it; the devices of this library draw them half a unit below the
-/// baseline, on the edge of its pixels. Wide strings are UTF-16, one code unit per element;
-/// multibyte strings are in the encoding of the process's locale. Each is `count` characters long,
-/// or ends at a zero before.
+/// baseline, on the edge of its pixels. Wide strings are UTF-16, one code unit
+/// per element; multibyte strings are in the encoding of the process's locale.
+/// Each is `count` characters long, or ends at a zero before.
 class LUMEN_API LM_Renderer : public LM_Counted {
  public:
   LM_Device_Actions actions;

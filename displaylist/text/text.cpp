@@ -28,27 +28,26 @@ float to_float(double value) {
 
 DLText::DLText(const LM_RGB32& color) : Drawable(color) {}
 
-DLText::DLText(const LM_RGB32& color, const LM_Font& font, PointTemplate<double> position,
-               const char* text, std::int32_t length, double height, double rotation,
-               BoundsTemplate<long> bounds, DisplayList* list, bool unicode)
+DLText::DLText(const LM_RGB32& color, PointTemplate<double> position, double height,
+               double rotation, const BoundsTemplate<long>& bounds, DisplayList* list)
     : Drawable(color),
       m_pDisplayList(list),
       m_position(position),
       m_height(height),
       m_rotation(rotation),
-      m_bounds(bounds) {
+      m_bounds(bounds) {}
+
+DLText::DLText(const LM_RGB32& color, const LM_Font& font, PointTemplate<double> position,
+               const char* text, std::int32_t length, double height, double rotation,
+               BoundsTemplate<long> bounds, DisplayList* list, bool unicode)
+    : DLText(color, position, height, rotation, bounds, list) {
   fill(font, text, length, unicode);
 }
 
 DLText::DLText(const LM_RGB32& color, const LM_Font& font, PointTemplate<double> position,
                const wchar_t* text, std::int32_t length, double height, double rotation,
                BoundsTemplate<long> bounds, DisplayList* list, bool unicode)
-    : Drawable(color),
-      m_pDisplayList(list),
-      m_position(position),
-      m_height(height),
-      m_rotation(rotation),
-      m_bounds(bounds) {
+    : DLText(color, position, height, rotation, bounds, list) {
   fill(font, text, length, unicode);
 }
 

@@ -39,6 +39,8 @@ class DISPLAYLIST_API DLText : public Drawable {
          BoundsTemplate<long> bounds, DisplayList* list, bool unicode);
   /// The same as PalettizedDrawable<DLText>, which these objects are: the
   /// client owns the rendition, which outlives the text. Made by `new` only.
+  /// Drawing and measuring write size, direction and font into the rendition:
+  /// texts that share one are used by one thread at a time.
   explicit DLText(LM_Rendition* rendition);
   DLText(LM_Rendition* rendition, const LM_Font& font, PointTemplate<double> position,
          const char* text, std::int32_t length, double height, double rotation,
@@ -127,6 +129,9 @@ class DISPLAYLIST_API DLText : public Drawable {
  private:
   friend class DrawableVectorIteratorText;
 
+  /// Without font or string.
+  DLText(const LM_RGB32& color, PointTemplate<double> position, double height, double rotation,
+         const BoundsTemplate<long>& bounds, DisplayList* list);
   template <class Character>
   void fill(const LM_Font& font, const Character* text, std::int32_t length, bool unicode);
   void replace_text(EncodedText* text);

@@ -5,6 +5,7 @@
 
 #include "displaylist/core/display_list.h"
 #include "displaylist/platform/matrix.h"
+#include "displaylist/platform/utf16.h"
 #include "displaylist/text/encoded_text.h"
 #include "displaylist/text/text.h"
 #include "displaylist/text/text_device_p.h"
@@ -38,26 +39,19 @@ void measure(LM_Renderer& renderer, LM_Rendition& rendition, const LM_DCI_Point&
   }
 }
 
-bool is_high_surrogate(wchar_t unit) {
-  return (static_cast<std::uint32_t>(unit) & 0xFC00U) == 0xD800U;
-}
-bool is_low_surrogate(wchar_t unit) {
-  return (static_cast<std::uint32_t>(unit) & 0xFC00U) == 0xDC00U;
-}
-
 /// The character that starts at an index; 0 for the second half of a pair.
 std::uint32_t character_at(const EncodedText& text, std::int32_t index) {
+  using LM_Utf16::is_high_surrogate;
+  using LM_Utf16::is_low_surrogate;
   if (!text.isUnicode()) return static_cast<std::uint32_t>(text.multiByteCharacter(index));
-  const wchar_t unit = text.unicodeCharacter(index);
-  const auto value = static_cast<std::uint32_t>(unit);
-  if (is_high_surrogate(unit) && index + 1 < text.length()) {
-    const wchar_t next = text.unicodeCharacter(index + 1);
-    if (!is_low_surrogate(next)) return value;
-    return 0x10000U + ((value & 0x3FFU) << 10U) + (static_cast<std::uint32_t>(next) & 0x3FFU);
+  const auto unit = [&text](std::int32_t i) {
+    return i >= 0 && i < text.length() ? static_cast<std::uint32_t>(text.unicodeCharacter(i)) : 0;
+  };
+  const std::uint32_t value = unit(index);
+  if (is_high_surrogate(value) && is_low_surrogate(unit(index + 1))) {
+    return LM_Utf16::joined(value, unit(index + 1));
   }
-  const bool ends_pair =
-      is_low_surrogate(unit) && index > 0 && is_high_surrogate(text.unicodeCharacter(index - 1));
-  return ends_pair ? 0 : value;
+  return is_low_surrogate(value) && is_high_surrogate(unit(index - 1)) ? 0 : value;
 }
 
 /// Sets the rotation of a rendition to 0 for its own lifetime.

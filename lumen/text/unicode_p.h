@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <string>
 
+#include "displaylist/platform/utf16.h"
+
 namespace lumen {
 
 /// Stands for what is no character.
@@ -17,13 +19,14 @@ struct WideCharacter {
 /// The first character of `count` UTF-16 code units, at least 1.
 inline WideCharacter first_character(const wchar_t* text, std::int64_t count) {
   const auto unit = [text](std::int64_t i) { return static_cast<std::uint32_t>(text[i]); };
-  const auto is_high = [](std::uint32_t value) { return (value & 0xFFFFFC00) == 0xD800; };
-  const auto is_low = [](std::uint32_t value) { return (value & 0xFFFFFC00) == 0xDC00; };
+  using LM_Utf16::is_high_surrogate;
+  using LM_Utf16::is_low_surrogate;
   const std::uint32_t first = unit(0);
-  if (is_high(first) && count > 1 && is_low(unit(1))) {
-    return {0x10000 + ((first - 0xD800) << 10) + (unit(1) - 0xDC00), 2};
+  if (is_high_surrogate(first) && count > 1 && is_low_surrogate(unit(1))) {
+    return {LM_Utf16::joined(first, unit(1)), 2};
   }
-  const bool is_character = first < 0x10000 && !is_high(first) && !is_low(first);
+  const bool is_character =
+      first < 0x10000 && !is_high_surrogate(first) && !is_low_surrogate(first);
   return {is_character ? first : replacement_character, 1};
 }
 

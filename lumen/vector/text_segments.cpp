@@ -7,8 +7,9 @@
 namespace lumen {
 namespace {
 
-bool is_in_xml(char32_t value) {
-  return value != 0xFFFE && value != 0xFFFF;
+/// Values that are set aside and no characters; files are refused for them.
+bool is_set_aside(char32_t value) {
+  return (value & 0xFFFE) == 0xFFFE || (value >= 0xFDD0 && value <= 0xFDEF);
 }
 
 }  // namespace
@@ -46,7 +47,7 @@ void TextSegments::take_text(const TextCharacters& characters) {
       reach(characters.place(i));
     }
     if (value == TextCharacters::no_room) continue;
-    append_utf8(m_text, is_in_xml(value) ? value : replacement_character);
+    append_utf8(m_text, is_set_aside(value) ? replacement_character : value);
   }
   reach(characters.string_length());
 }

@@ -220,6 +220,19 @@ TEST(VectorSvgText, IsAsTransparentAsItsInk) {
   EXPECT_THAT(svg, HasSubstr("fill=\"#ff0000\" opacity=\"0.8\""));
 }
 
+TEST(VectorPdfText, OfCharactersThatAreSetAsideIsWrittenAllTheSame) {
+  for (const wchar_t value : {0xFDD0, 0xFDEF, 0xFFFE, 0xFFFF}) {
+    const TemporaryFolder folder;
+    const std::string path = folder.path("a.pdf");
+    const std::wstring text{L'A', value, L'B'};
+    EXPECT_EQ(vector_text::write(lumen::VectorFormat::pdf, path,
+                                 [&](LM_Renderer& renderer, LM_Rendition& rendition) {
+                                   draw(renderer, rendition, 10, 40, text);
+                                 }),
+              "");
+  }
+}
+
 TEST(VectorSvgText, KeepsManyTextsApart) {
   constexpr std::int32_t count = 6000;
   const std::string svg = svg_of([](LM_Renderer& renderer, LM_Rendition& rendition) {

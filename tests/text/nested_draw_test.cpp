@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "lumen/selector_device.h"
 #include "tests/support/contours.h"
 #include "tests/support/point_printing.h"
@@ -104,6 +106,11 @@ TEST_F(NestedDraw, ParentsRenditionIsNotChanged) {
 
 TEST_F(NestedDraw, NeitherChildNorBoundsNorRootDrawNothing) {
   const auto none = nest(nullptr, {1, 1}, {0, 0}, LogicalBounds{0, 0, 10, 10});
+  DL::DisplayList parent;
+  DL::BoundsTemplate<int> clip;
+  EXPECT_FALSE(none->push_transform(parent, clip));
+  EXPECT_TRUE(none->push_view(parent));
+  none->pop_view(parent);
   none->draw_unclipped(list);
   none->draw_clipped(list);
   const LogicalBounds empty;

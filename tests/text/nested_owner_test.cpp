@@ -206,7 +206,8 @@ TEST(NestedOwner, CloneOfAHiddenOneIsHiddenAndSharesTheChild) {
   DL::Drawable* const drawable = nested.get();
   drawable->hide();
   const std::unique_ptr<DL::Drawable> copy(drawable->clone());
-  EXPECT_EQ(typeid(*copy), typeid(DL::HiddenDrawable<Nested>));
+  const DL::Drawable& hidden_copy = *copy;
+  EXPECT_EQ(typeid(hidden_copy), typeid(DL::HiddenDrawable<Nested>));
   nested.reset();
   copy->draw_unclipped(parent.list);
   EXPECT_TRUE(parent.take_lines().empty());
