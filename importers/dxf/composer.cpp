@@ -40,6 +40,8 @@ Plan Composer::compose(bool paper_space) {
   Context context;
   context.plan = &plan;
   for (const Entity& entity : m_model.entities) {
+    // None takes all that is left, so that it does not silence those after it.
+    m_limit = m_copies + (most_copies - m_copies) / 5 * 4;
     if (entity.in_paper_space == paper_space) add_entity(entity, context);
   }
   cut_beams(plan);
@@ -48,7 +50,7 @@ Plan Composer::compose(bool paper_space) {
 
 void Composer::add_all(const std::vector<Entity>& entities, const Context& context) {
   for (const Entity& entity : entities) {
-    if (m_copies >= most_copies) {
+    if (m_copies >= m_limit) {
       ++m_left_out.too_many;
       return;
     }
@@ -136,26 +138,31 @@ void Composer::add_insert(const Insert& insert, const Context& inner) {
     ++m_left_out.too_deep;
     return;
   }
+  m_open_blocks.push_back(insert.block);
+  add_copies(insert, inner);
+  m_open_blocks.pop_back();
+}
+
+void Composer::add_copies(const Insert& insert, const Context& inner) {
+  const Block& block = m_model.blocks[insert.block];
+  const auto rows = static_cast<std::size_t>(std::max(1, insert.rows));
+  const auto columns = static_cast<std::size_t>(std::max(1, insert.columns));
   const Affine turned = inner.affine * Affine::moving(insert.at.x, insert.at.y) *
                         without_noise(Affine::turning(insert.rotation));
   const Affine scaled = Affine::scaling(insert.scale.x, insert.scale.y) *
                         Affine::moving(-block.base.x, -block.base.y);
-  m_open_blocks.push_back(insert.block);
-  for (int row = 0; row < std::max(1, insert.rows); ++row) {
-    for (int column = 0; column < std::max(1, insert.columns); ++column) {
-      if (m_copies >= most_copies) break;
-      ++m_copies;
-      Context copy = inner;
-      copy.affine = without_noise(
-          turned * Affine::moving(column * insert.spacing.x, row * insert.spacing.y) * scaled);
-      add_copy(insert, copy);
+  for (std::size_t i = 0; i < rows * columns; ++i) {
+    if (m_copies >= m_limit) {
+      m_left_out.too_many += rows * columns - i;
+      return;
     }
-    if (m_copies >= most_copies) {
-      ++m_left_out.too_many;
-      break;
-    }
+    ++m_copies;
+    const Vertex place{static_cast<double>(i % columns) * insert.spacing.x,
+                       static_cast<double>(i / columns) * insert.spacing.y};
+    Context copy = inner;
+    copy.affine = without_noise(turned * Affine::moving(place.x, place.y) * scaled);
+    add_copy(insert, copy);
   }
-  m_open_blocks.pop_back();
 }
 
 void Composer::add_copy(const Insert& insert, const Context& inner) {
@@ -190,6 +197,7 @@ std::shared_ptr<const Plan> Composer::plan_of(std::size_t block, const Context& 
                     std::copysign(1.0, to_root.yy)};
   const auto known = m_plans.find(key);
   if (known != m_plans.end()) return known->second;
+  const std::size_t refused = m_left_out.refused();
   auto plan = std::make_shared<Plan>();
   Context own = inner;
   own.affine = {};
@@ -197,7 +205,8 @@ std::shared_ptr<const Plan> Composer::plan_of(std::size_t block, const Context& 
   own.plan = plan.get();
   add_all(m_model.blocks[block].entities, own);
   cut_beams(*plan);
-  m_plans.emplace(key, plan);
+  // What is refused here may have its place elsewhere.
+  if (m_left_out.refused() == refused) m_plans.emplace(key, plan);
   return plan;
 }
 

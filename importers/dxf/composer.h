@@ -20,9 +20,12 @@ struct LeftOut {
   std::size_t paper = 0;       ///< entities of paper space
   std::size_t endless = 0;     ///< inserts of blocks into themselves
   std::size_t too_deep = 0;    ///< inserts in too many others
-  std::size_t too_many = 0;    ///< copies beyond the most that are made
+  std::size_t too_many = 0;    ///< copies beyond the most that are made, or cut short
   std::size_t missing = 0;     ///< inserts of blocks that are not there
-  std::size_t degenerate = 0;  ///< inserts of no size, shapes too far away
+  std::size_t degenerate = 0;  ///< inserts and texts of no size, shapes too far away
+
+  /// Of inserts that depend on what they stand in, or on what came before.
+  [[nodiscard]] std::size_t refused() const { return endless + too_deep + too_many; }
 };
 
 /// Makes plans of a model: resolves what entities inherit, and puts blocks
@@ -30,7 +33,7 @@ struct LeftOut {
 /// other becomes copies of what is in its block.
 class Composer {
  public:
-  static constexpr std::size_t most_copies = 1000000;
+  static constexpr std::size_t most_copies = 1250000;
   static constexpr std::size_t deepest = 128;
 
   /// Draws the layers of these indices only, or all where there are none.
@@ -58,6 +61,7 @@ class Composer {
   void add_all(const std::vector<Entity>& entities, const Context& context);
   void add_entity(const Entity& entity, const Context& context);
   void add_insert(const Insert& insert, const Context& inner);
+  void add_copies(const Insert& insert, const Context& inner);
   void add_copy(const Insert& insert, const Context& inner);
   [[nodiscard]] std::shared_ptr<const Plan> plan_of(std::size_t block, const Context& inner);
   [[nodiscard]] bool is_hidden(const Entity& entity, std::size_t layer) const;
@@ -76,6 +80,7 @@ class Composer {
   std::vector<std::size_t> m_open_blocks;  ///< being inserted, outermost first
   std::map<PlanKey, std::shared_ptr<const Plan>> m_plans;
   std::size_t m_copies = 0;
+  std::size_t m_limit = 0;  ///< of the copies, for the entity that is being drawn
 };
 
 }  // namespace importers::dxf

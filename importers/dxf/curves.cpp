@@ -5,6 +5,11 @@
 
 namespace importers::dxf {
 
+bool is_straight(const Vertex& from, const Vertex& to, double bulge) {
+  constexpr double least_bulge = 1e-9;
+  return std::fabs(bulge) < least_bulge || from == to;
+}
+
 Arc bulge_arc(const Vertex& from, const Vertex& to, double bulge) {
   const Vertex chord = to - from;
   // From the middle of the chord to the centre, to the left of it.

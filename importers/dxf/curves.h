@@ -28,8 +28,12 @@ struct Arc {
   [[nodiscard]] bool is_whole() const { return end - start >= whole_turn * (1 - 1e-9); }
 };
 
+/// Whether a side is a line: its ends are the same, or the centre of its arc is so
+/// far away that nothing is left of it in numbers.
+[[nodiscard]] bool is_straight(const Vertex& from, const Vertex& to, double bulge);
+
 /// The arc from one vertex to the next whose bulge is `bulge`: the tangent of a
-/// quarter of its angle, positive counter-clockwise. Not of 0.
+/// quarter of its angle, positive counter-clockwise. Not of a straight side.
 [[nodiscard]] Arc bulge_arc(const Vertex& from, const Vertex& to, double bulge);
 
 /// Angles brought in order: `end` within a whole turn above `start`, a whole

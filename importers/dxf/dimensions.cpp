@@ -28,7 +28,7 @@ Paragraphs caption(const DimensionStyle& style, const std::wstring& text, double
   constexpr int middle_center = 5;
   Paragraphs caption;
   caption.at = style.middle;
-  caption.height = style.size;
+  caption.height = style.text_size;
   // Upside down is turned over.
   caption.rotation = std::remainder(rotation, whole_turn / 2);
   caption.attachment = middle_center;
@@ -56,17 +56,21 @@ std::vector<Geometry> linear_dimension(const Vertex& first, const Vertex& second
   const Vertex a = foot(first);
   const Vertex b = foot(second);
   const std::wstring text = worded(style, "", style.factor * length(b - a), "");
-  return {segment(first, a),           segment(second, b),          segment(a, b),
-          arrow(a, a - b, style.size), arrow(b, b - a, style.size), caption(style, text, angle)};
+  return {segment(first, a),
+          segment(second, b),
+          segment(a, b),
+          arrow(a, a - b, style.arrow_size),
+          arrow(b, b - a, style.arrow_size),
+          caption(style, text, angle)};
 }
 
 std::vector<Geometry> round_dimension(const Vertex& from, const Vertex& to, bool is_diameter,
                                       const DimensionStyle& style) {
   const double measure = style.factor * length(to - from);
   const std::wstring text = worded(style, is_diameter ? "%%c" : "R", measure, "");
-  std::vector<Geometry> parts{segment(from, to), arrow(to, to - from, style.size),
+  std::vector<Geometry> parts{segment(from, to), arrow(to, to - from, style.arrow_size),
                               caption(style, text, angle(to - from))};
-  if (is_diameter) parts.emplace_back(arrow(from, from - to, style.size));
+  if (is_diameter) parts.emplace_back(arrow(from, from - to, style.arrow_size));
   return parts;
 }
 
@@ -93,8 +97,8 @@ std::vector<Geometry> angular_dimension(const Vertex& center, const Vertex& firs
   return {segment(first, a),
           segment(second, b),
           arc,
-          arrow(a, {from_a.y, -from_a.x}, style.size),
-          arrow(b, {-from_b.y, from_b.x}, style.size),
+          arrow(a, {from_a.y, -from_a.x}, style.arrow_size),
+          arrow(b, {-from_b.y, from_b.x}, style.arrow_size),
           caption(style, worded(style, "", degrees, "%%d"), 0)};
 }
 

@@ -8,11 +8,12 @@
 /// Dimensions and leaders drawn simply, where a file does not draw them.
 namespace importers::dxf {
 
-/// What its text says and where, and the size of text and arrows.
+/// What its text says and where, and how large text and arrows are.
 struct DimensionStyle {
   std::wstring text;  ///< "<>" stands for what is measured; empty: that alone
   Vertex middle;      ///< of the text
-  double size;
+  double text_size;
+  double arrow_size;
   double factor;  ///< of what is measured
 };
 

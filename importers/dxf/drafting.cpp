@@ -32,10 +32,8 @@ class Drafter {
   bool operator()(const Spot& spot) const;
   bool operator()(const Ray& ray) const;
   bool operator()(const Hatch& hatch) const;
-  bool operator()(const Text& text) const { return add_labels(laid_out(text, m_style.model)); }
-  bool operator()(const Paragraphs& text) const {
-    return add_labels(laid_out(text, m_style.model));
-  }
+  bool operator()(const Text& text) const { return add_text(text); }
+  bool operator()(const Paragraphs& text) const { return add_text(text); }
   bool operator()(const Insert& /*insert*/) const { return true; }
 
  private:
@@ -43,6 +41,11 @@ class Drafter {
   bool add_segments(std::vector<Vertex> points) const;
   bool add_arc(const Arc& arc) const;
   bool add_area(const std::vector<std::vector<Vertex>>& loops) const;
+  template <class AnyText>
+  bool add_text(const AnyText& text) const {
+    if (!(text.height > 0) && !text.text.empty()) return false;
+    return add_labels(laid_out(text, m_style.model));
+  }
   bool add_labels(const std::vector<TextRun>& runs) const;
 
   const Affine& m_affine;
@@ -86,7 +89,7 @@ bool Drafter::operator()(const Polyline& polyline) const {
   for (std::size_t i = 0; i < sides; ++i) {
     const Corner& from = corners[i];
     const Corner& to = corners[(i + 1) % corners.size()];
-    if (from.bulge == 0.0 || from.at == to.at) {
+    if (is_straight(from.at, to.at, from.bulge)) {
       run.push_back(to.at);
       continue;
     }

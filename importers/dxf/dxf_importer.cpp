@@ -12,6 +12,7 @@
 #include "importers/dxf/pairs.h"
 #include "importers/dxf/reader.h"
 #include "importers/dxf/remarks.h"
+#include "importers/dxf/strings.h"
 #include "importers/importer.h"
 
 namespace importers::dxf {
@@ -65,9 +66,13 @@ std::string read_model(std::istream& stream, Model& model, const ProgressTeller&
 }
 
 std::string names_of(const std::vector<Layer>& layers) {
+  constexpr std::size_t most_names = 20;
   std::string names;
-  for (const Layer& layer : layers) names += (names.empty() ? "'" : ", '") + layer.name + "'";
-  return names;
+  for (std::size_t i = 0; i < std::min(layers.size(), most_names); ++i) {
+    names += (names.empty() ? "'" : ", '") + in_one_line(layers[i].name) + "'";
+  }
+  if (layers.size() <= most_names) return names;
+  return names + " and " + std::to_string(layers.size() - most_names) + " more";
 }
 
 /// Adds the indices of the layers that the options name. Returns a name that no

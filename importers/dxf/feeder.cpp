@@ -121,9 +121,7 @@ std::size_t Feeder::add_chunks(const Pair& pair) {
 void Feeder::add(int code, std::string_view value) {
   m_text += std::to_string(code);
   m_text += '\n';
-  const std::size_t start = m_text.size();
   m_text += value.substr(0, longest_line);
-  std::replace(m_text.begin() + static_cast<std::ptrdiff_t>(start), m_text.end(), '\0', ' ');
   m_text += '\n';
 }
 

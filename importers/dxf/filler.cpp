@@ -28,10 +28,9 @@ bool has_logical_axes(const Arc& arc, const Axes& axes, const Mapping& mapping) 
          std::fabs(mapping.logical_y(arc.center.y)) + radius < most;
 }
 
-/// What a nested plan is fitted by: its extent and, so that its arcs stay arcs,
-/// the ellipses that they are part of, unless that is very much more.
-Extent fitted_extent(const Plan& plan) {
-  constexpr double most_growth = 16;
+/// What a plan is fitted by: its extent and, so that its arcs stay arcs, the
+/// ellipses that they are part of, unless that is more than `most_growth` times.
+Extent fitted_extent(const Plan& plan, double most_growth) {
   Extent extent = plan.extent;
   for (const Shape& shape : plan.shapes) {
     const Arc* arc = std::get_if<Arc>(&shape.what);
@@ -43,6 +42,19 @@ Extent fitted_extent(const Plan& plan) {
   const double side = std::max(plan.extent.width(), plan.extent.height());
   const double grown = std::max(extent.width(), extent.height());
   return grown <= side * most_growth ? extent : plan.extent;
+}
+
+/// Of the drawing itself, which is looked at more closely than what is nested:
+/// fitted by more than its extent where arcs need that only, and then by little.
+Mapping mapping_of(const Plan& plan) {
+  // What a quarter of a circle by itself takes, and what is lost in rounding.
+  constexpr double most_growth = 2.001;
+  const Mapping mapping = Mapping::fitting(plan.extent);
+  const bool fits = std::all_of(plan.shapes.begin(), plan.shapes.end(), [&](const Shape& shape) {
+    const Arc* arc = std::get_if<Arc>(&shape.what);
+    return arc == nullptr || has_logical_axes(*arc, axes(*arc), mapping);
+  });
+  return fits ? mapping : Mapping::fitting(fitted_extent(plan, most_growth));
 }
 
 }  // namespace
@@ -67,19 +79,28 @@ LM_Rendition* Filler::rendition(const Pen& pen, std::int32_t weight) {
 
 void Filler::fill(const Plan& plan) {
   m_drawing.extent = plan.extent;
-  m_drawing.mapping = Mapping::fitting(plan.extent);
+  m_drawing.mapping = mapping_of(plan);
   m_drawing.list = std::make_unique<DL::DisplayList>(m_drawing.heap.get());
   fill(plan, {*m_drawing.list, m_drawing.mapping, false});
 }
 
 void Filler::fill(const Plan& plan, const Target& target) {
   for (const Shape& shape : plan.shapes) {
-    if (target.is_nested && ++m_nested > most_nested) {
+    if (target.is_nested && ++m_nested > m_limit) {
       ++m_too_many;
       return;
     }
+    if (!target.is_nested) begin_nests(shape);
     add(shape, target);
   }
+}
+
+void Filler::begin_nests(const Shape& shape) {
+  const Nest* nest = std::get_if<Nest>(&shape.what);
+  if (nest == nullptr || nest->plan.get() == m_last_nested) return;
+  m_last_nested = nest->plan.get();
+  // None takes all that is left, so that it does not silence those after it.
+  m_limit = m_nested + (most_nested - std::min(m_nested, most_nested)) / 5 * 4;
 }
 
 void Filler::add(const Shape& shape, const Target& target) {
@@ -186,12 +207,13 @@ DL::Drawable* Filler::make(const Beam& /*beam*/, const Shape& /*shape*/, const T
 }
 
 DL::Drawable* Filler::make(const Nest& nest, const Shape& shape, const Target& target) {
-  if (m_nested + list_cost > most_nested) {
+  if (m_nested + list_cost > m_limit) {
     ++m_too_many;
     return nullptr;
   }
   m_nested += list_cost;
-  const Mapping inner = Mapping::fitting(fitted_extent(*nest.plan));
+  constexpr double most_growth = 16;
+  const Mapping inner = Mapping::fitting(fitted_extent(*nest.plan, most_growth));
   const Mapping& outer = target.mapping;
   DL::DisplayList* child = make_list(*nest.plan, inner);
   const DL::BoundsTemplate<long> bounds = logical_box(nest.plan->extent, inner);

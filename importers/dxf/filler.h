@@ -15,7 +15,7 @@ namespace importers::dxf {
 class Filler {
  public:
   /// Of drawables in nested lists, which count `list_cost` themselves.
-  static constexpr std::size_t most_nested = 2000000;
+  static constexpr std::size_t most_nested = 2500000;
   static constexpr std::size_t list_cost = 16;
 
   /// The drawing outlives the filler. `point_size`: of dots, in device units.
@@ -25,7 +25,7 @@ class Filler {
   /// Fills in the list, its mapping, its extent and the count of its drawables.
   void fill(const Plan& plan);
   [[nodiscard]] bool is_out_of_memory() const { return m_out_of_memory; }
-  /// How many nested lists were left out for being too many.
+  /// How many nested lists were left out or cut short for being too many.
   [[nodiscard]] std::size_t too_many() const { return m_too_many; }
 
  private:
@@ -42,6 +42,9 @@ class Filler {
   };
 
   void fill(const Plan& plan, const Target& target);
+  /// Sets the limit of what is nested for the copies of a plan that follow each
+  /// other.
+  void begin_nests(const Shape& shape);
   void add(const Shape& shape, const Target& target);
   [[nodiscard]] DL::Drawable* make(const Stroke& stroke, const Shape& shape, const Target& target);
   [[nodiscard]] DL::Drawable* make(const Segments& segments, const Shape& shape,
@@ -61,6 +64,8 @@ class Filler {
   std::map<std::pair<Pen, std::int32_t>, LM_Rendition*, PenOrder> m_renditions;
   std::vector<LogicalPoint> m_points;  ///< of the drawable being made
   std::size_t m_nested = 0;
+  std::size_t m_limit = 0;              ///< of what is nested, for now
+  const Plan* m_last_nested = nullptr;  ///< in the drawing itself
   std::size_t m_too_many = 0;
   bool m_out_of_memory = false;
 };

@@ -42,7 +42,7 @@ std::vector<Vertex> polyline_points(const Record& loop) {
   for (std::size_t i = 0; i < corners.size(); ++i) {
     const Corner& from = corners[i];
     const Corner& to = corners[(i + 1) % corners.size()];
-    if (from.bulge == 0 || from.at == to.at) {
+    if (is_straight(from.at, to.at, from.bulge)) {
       points.push_back(from.at);
     } else {
       flatten(bulge_arc(from.at, to.at, from.bulge), points);

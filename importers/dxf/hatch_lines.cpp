@@ -77,10 +77,15 @@ bool add_family(const Hatch& hatch, const HatchLines& lines, std::vector<Vertex>
   const LevelLoops loops(hatch, lines.angle);
   const Affine turn = Affine::turning(-lines.angle);
   const Vertex base = turn.point(lines.base);
-  const Vertex step = turn.direction(lines.step);
+  Vertex step = turn.direction(lines.step);
   const Extent& extent = loops.extent();
   if (extent.is_empty()) return true;
-  if (step.y == 0.0 || extent.height() / std::fabs(step.y) > most_lines) return false;
+  // Of lines that are too dense to be told apart, every so manieth one.
+  const double thinning = std::ceil(extent.height() / std::fabs(step.y) / most_lines);
+  // Lines that only follow each other on the same level have no distance.
+  const bool has_distance = std::fabs(step.y) > 1e-9 * length(step);
+  if (!has_distance || !std::isfinite(thinning)) return false;
+  if (thinning > 1) step = thinning * step;
   double first = std::ceil((extent.min_y - base.y) / step.y);
   double last = std::floor((extent.max_y - base.y) / step.y);
   if (step.y < 0) {

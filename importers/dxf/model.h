@@ -161,18 +161,26 @@ class Names {
   std::vector<T> m_items;
 };
 
+/// Of dimensions and leaders that are not drawn by the file.
+struct DimensionSizes {
+  double text = 2.5;
+  double arrow = 2.5;
+  double scale = 1.0;  ///< of both
+};
+
 struct Model {
   Names<Layer> layers;         ///< the first one is layer 0
   Names<LineType> line_types;  ///< the first one is continuous
   Names<TextStyle> styles;
   Names<Block> blocks;
   std::vector<Entity> entities;
-  double dimension_size = 2.5;  ///< of the text and the arrows of dimensions
+  DimensionSizes dimensions;
 
   std::size_t records = 0;                   ///< entities of the file, read or not
   std::map<std::string, std::size_t> kinds;  ///< entities that were not understood, by kind
   std::size_t unusable = 0;                  ///< entities with a number beyond what is drawn
   std::string first_unusable;                ///< the first of them, in words
+  std::size_t cut_lines = 0;                 ///< lines whose ends were left out for their length
   bool has_end = false;                      ///< the file ends as it should
 };
 

@@ -67,6 +67,8 @@ class LineBreaker {
     const double seen = width_of(run);
     run.text = word;
     if (m_width > 0 && m_lines.back().width > 0 && m_lines.back().width + seen > m_width) {
+      // Blanks where a line is full belong to its end, not to the next one.
+      if (word.find_first_not_of(' ') == std::wstring::npos) return;
       begin_line();
     }
     LineOfRuns& line = m_lines.back();

@@ -71,9 +71,12 @@ bool PairReader::next_line(std::string& line) {
   constexpr int end = std::char_traits<char>::eof();
   int byte = buffer->sbumpc();
   if (byte == end) return false;
+  bool is_cut = false;
   for (; byte != end && byte != '\n'; byte = buffer->sbumpc()) {
-    if (line.size() < longest_value) line.push_back(static_cast<char>(byte));
+    is_cut = is_cut || (line.size() == longest_value && byte != '\r');
+    if (line.size() < longest_value) line.push_back(byte == 0 ? ' ' : static_cast<char>(byte));
   }
+  if (is_cut) ++m_cut_lines;
   while (!line.empty() && line.back() == '\r') line.pop_back();
   ++m_line;
   return true;

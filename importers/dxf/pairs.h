@@ -16,7 +16,8 @@ struct Pair {
   std::string value;
 };
 
-/// Reads the pairs of a file one by one. A value beyond the longest one is cut.
+/// Reads the pairs of a file one by one. A value beyond the longest one is cut, and
+/// bytes of 0 count as blanks.
 class PairReader {
  public:
   static constexpr std::size_t longest_value = 1 << 16;
@@ -29,6 +30,8 @@ class PairReader {
   /// What is wrong with the pairs, in words; empty when nothing is.
   [[nodiscard]] const std::string& problem() const { return m_problem; }
   [[nodiscard]] std::size_t line_number() const { return m_line; }
+  /// How many lines were cut.
+  [[nodiscard]] std::size_t cut_lines() const { return m_cut_lines; }
 
  private:
   bool next_line(std::string& line);
@@ -37,6 +40,7 @@ class PairReader {
   std::string m_text;  ///< of the group code
   std::string m_problem;
   std::size_t m_line = 0;
+  std::size_t m_cut_lines = 0;
 };
 
 /// The pairs from one of code 0, whose value is the name, up to the next.

@@ -36,6 +36,7 @@ class RecordReader {
     return true;
   }
   [[nodiscard]] std::string problem() const { return m_pairs.problem(); }
+  [[nodiscard]] std::size_t cut_lines() const { return m_pairs.cut_lines(); }
 
  private:
   bool find_first() {
@@ -83,10 +84,20 @@ class FileReader {
   void read_header(const Record& record) {
     for (std::size_t i = 0; i + 1 < record.pairs.size(); ++i) {
       if (record.pairs[i].code != 9) continue;
+      const std::string& name = record.pairs[i].value;
       const std::string& value = record.pairs[i + 1].value;
-      if (record.pairs[i].value == "$ACADVER") m_receiver.decoder().set_version(value);
-      if (record.pairs[i].value == "$DWGCODEPAGE") m_receiver.decoder().set_code_page(value);
+      if (name == "$ACADVER") m_receiver.decoder().set_version(value);
+      if (name == "$DWGCODEPAGE") m_receiver.decoder().set_code_page(value);
+      if (name == "$DIMTXT") read_size(value, m_model.dimensions.text);
+      if (name == "$DIMASZ") read_size(value, m_model.dimensions.arrow);
+      if (name == "$DIMSCALE") read_size(value, m_model.dimensions.scale);
     }
+  }
+
+  /// Leaves the size as it is where the text is none.
+  static void read_size(std::string_view text, double& size) {
+    const double value = to_real(text).value_or(0);
+    if (value > 0 && value <= Sketch::largest_coordinate) size = value;
   }
 
   Receiver m_receiver;
@@ -123,6 +134,7 @@ std::string read(std::istream& stream, Model& model,
     file.take(record);
   }
   file.end();
+  model.cut_lines = records.cut_lines();
   if (count == 0 || (!file.has_sections() && records.problem().empty())) {
     return "it is no DXF file, whatever its name; check where it comes from";
   }

@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "importers/dxf/colors.h"
-#include "importers/dxf/hatch.h"
 
 namespace importers::dxf {
 
@@ -68,8 +67,8 @@ void Receiver::note_unusable(const Record& record) {
   ++m_model.records;
   if (m_model.unusable++ > 0) return;
   const std::string* layer = record.find(8);
-  m_model.first_unusable =
-      "a " + record.name + " of layer '" + (layer == nullptr ? "0" : m_decoder.utf8(*layer)) + "'";
+  m_model.first_unusable = "a " + record.name + " of layer '" +
+                           (layer == nullptr ? "0" : in_one_line(m_decoder.name(*layer))) + "'";
 }
 
 void Receiver::note_unknown(const Record& record) {
@@ -263,35 +262,6 @@ void Receiver::addInsert(const DL_InsertData& data) {
              data.rows,
              {data.colSp, data.rowSp}},
       true);
-}
-
-void Receiver::add_filled(const DL_TraceData& data, bool in_plane, bool crosswise) {
-  // The last two corners of solids are given crosswise.
-  const int third = crosswise ? 3 : 2;
-  const int last = crosswise ? 2 : 3;
-  std::vector<Vertex> loop;
-  for (const int i : {0, 1, third, last}) {
-    const Vertex corner{data.x[i], data.y[i]};
-    if (loop.empty() || !(corner == loop.back())) loop.push_back(corner);
-  }
-  if (loop.size() > 1 && loop.front() == loop.back()) loop.pop_back();
-  add(Hatch{{loop}, true, {}}, in_plane);
-}
-
-void Receiver::addTrace(const DL_TraceData& data) {
-  add_filled(data, true, true);
-}
-
-void Receiver::addSolid(const DL_SolidData& data) {
-  add_filled(data, true, true);
-}
-
-void Receiver::add3dFace(const DL_3dFaceData& data) {
-  add_filled(data, false, false);
-}
-
-void Receiver::addHatch(const DL_HatchData& /*data*/) {
-  add(read_hatch(m_record), true);
 }
 
 }  // namespace importers::dxf

@@ -87,7 +87,7 @@ class Receiver final : public DL_CreationAdapter {
   /// coordinates are those of its own plane.
   [[nodiscard]] Entity entity(Geometry geometry, bool in_plane);
   void add(Geometry geometry, bool in_plane);
-  void add_filled(const DL_TraceData& data, bool in_plane, bool crosswise);
+  void add_filled(const DL_TraceData& data);
   void end_polyline();
   void add_mesh(const Sequence& mesh);
   /// Adds what the dimension's own block draws or, where there is none, the parts.
@@ -95,6 +95,8 @@ class Receiver final : public DL_CreationAdapter {
   [[nodiscard]] bool has_own_block() const;
   [[nodiscard]] DimensionStyle style_of(const DL_DimensionData& data) const;
   [[nodiscard]] Text text_of(const DL_TextData& data);
+  /// The text of the record, however long it is; dxflib cuts it.
+  [[nodiscard]] std::wstring words() const;
   [[nodiscard]] std::string key(const std::string& name) const;
   [[nodiscard]] std::size_t layer_index(const std::string& name);
   [[nodiscard]] std::size_t line_type_index(const std::string& name);

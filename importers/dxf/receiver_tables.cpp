@@ -7,13 +7,13 @@
 namespace importers::dxf {
 
 std::string Receiver::key(const std::string& name) const {
-  return upper_case(trimmed(m_decoder.utf8(name)));
+  return upper_case(trimmed(m_decoder.name(name)));
 }
 
 std::size_t Receiver::layer_index(const std::string& name) {
   const std::size_t index = m_model.layers.index(key(name));
   Layer& layer = m_model.layers[index];
-  if (layer.name.empty()) layer.name = trimmed(m_decoder.utf8(name));
+  if (layer.name.empty()) layer.name = trimmed(m_decoder.name(name));
   return index;
 }
 
@@ -49,7 +49,7 @@ void Receiver::addTextStyle(const DL_StyleData& data) {
 
 void Receiver::addBlock(const DL_BlockData& data) {
   m_block = m_model.blocks.index(key(data.name));
-  m_model.blocks[*m_block] = {m_decoder.utf8(data.name), {data.bpx, data.bpy}, {}};
+  m_model.blocks[*m_block] = {m_decoder.name(data.name), {data.bpx, data.bpy}, {}};
 }
 
 void Receiver::endBlock() {

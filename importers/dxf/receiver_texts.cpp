@@ -23,6 +23,11 @@ Vertex crossing(const Vertex& a, const Vertex& b, const Vertex& c, const Vertex&
 
 }  // namespace
 
+std::wstring Receiver::words() const {
+  const std::string* value = m_record.find(1);
+  return value == nullptr ? std::wstring() : m_decoder.wide(*value);
+}
+
 Text Receiver::text_of(const DL_TextData& data) {
   Text text;
   text.at = {data.ipx, data.ipy};
@@ -36,7 +41,7 @@ Text Receiver::text_of(const DL_TextData& data) {
   text.horizontal = has_second ? data.hJustification : 0;
   // Attributes have another code for it, since theirs is taken.
   text.vertical = has_second ? m_record.integer(m_record.name == "ATTRIB" ? 74 : 73, 0) : 0;
-  text.text = with_percent_codes(m_decoder.wide(data.text));
+  text.text = with_percent_codes(words());
   return text;
 }
 
@@ -91,10 +96,10 @@ void Receiver::add_dimension(const std::vector<Geometry>& parts) {
 }
 
 DimensionStyle Receiver::style_of(const DL_DimensionData& data) const {
-  return {m_decoder.wide(data.text),
-          {data.mpx, data.mpy},
-          m_model.dimension_size * (data.dimScale > 0 ? data.dimScale : 1.0),
-          data.linearFactor};
+  const DimensionSizes& sizes = m_model.dimensions;
+  const double scale = sizes.scale * (data.dimScale > 0 ? data.dimScale : 1.0);
+  return {
+      words(), {data.mpx, data.mpy}, sizes.text * scale, sizes.arrow * scale, data.linearFactor};
 }
 
 void Receiver::addDimAlign(const DL_DimensionData& data, const DL_DimAlignedData& own) {
@@ -148,7 +153,8 @@ void Receiver::addLeaderVertex(const DL_LeaderVertexData& data) {
   const Vertex tip = m_leader->corners[0].at;
   const Vertex next = m_leader->corners[1].at;
   Entity head = entities().back();
-  head.geometry = arrow(tip, tip - next, std::min(m_model.dimension_size, length(tip - next)));
+  const double size = m_model.dimensions.arrow * m_model.dimensions.scale;
+  head.geometry = arrow(tip, tip - next, std::min(size, length(tip - next)));
   // Below its line, which stays the last one.
   entities().insert(entities().end() - 1, std::move(head));
   m_leader = &std::get<Polyline>(entities().back().geometry);

@@ -9,10 +9,12 @@ namespace {
 /// What was left out, listed.
 class List {
  public:
-  void add(std::size_t count, const std::string& words) {
-    if (count == 0) return;
+  void add(const std::string& words) {
     m_text += m_text.empty() ? "left out: " : ", ";
-    m_text += std::to_string(count) + " " + words;
+    m_text += words;
+  }
+  void add(std::size_t count, const std::string& one, const std::string& many) {
+    if (count > 0) add(std::to_string(count) + " " + (count == 1 ? one : many));
   }
   [[nodiscard]] const std::string& text() const { return m_text; }
 
@@ -40,21 +42,27 @@ std::size_t paper_entities(const Model& model) {
 
 std::string remarks(const Model& model, const LeftOut& left_out, bool with_hidden) {
   List list;
-  for (const auto& [kind, count] : model.kinds) list.add(count, "of kind " + shown(kind));
-  if (with_hidden) list.add(left_out.hidden, "hidden, by themselves or by their layers");
-  list.add(left_out.paper, "in paper space");
-  list.add(left_out.missing, "inserts of blocks that are not there");
-  list.add(left_out.endless, "inserts of blocks into themselves");
-  list.add(left_out.too_deep, "inserts in more than 128 others");
-  list.add(left_out.degenerate, "without size or too far away");
-  std::string text = list.text();
-  if (left_out.too_many > 0) {
-    text += text.empty() ? "left out: " : ", ";
-    text += "copies of blocks beyond the most that are drawn";
+  for (const auto& [kind, count] : model.kinds) {
+    const std::string words = "of kind " + shown(kind);
+    list.add(count, words, words);
   }
-  if (!model.has_end) text += text.empty() ? "" : ", ";
-  if (!model.has_end) text += "what follows where the file ends without an end mark";
-  return text;
+  if (with_hidden) {
+    list.add(left_out.hidden, "entity hidden, by itself or by its layer",
+             "entities hidden, by themselves or by their layers");
+  }
+  list.add(left_out.paper, "entity in paper space", "entities in paper space");
+  list.add(left_out.missing, "insert of a block that is not there",
+           "inserts of blocks that are not there");
+  list.add(left_out.endless, "insert of a block into itself", "inserts of blocks into themselves");
+  list.add(left_out.too_deep, "insert in more than 128 others", "inserts in more than 128 others");
+  list.add(left_out.degenerate, "entity without size or too far away",
+           "entities without size or too far away");
+  list.add(left_out.too_many, "copy of a block beyond the most that are drawn",
+           "copies of blocks beyond the most that are drawn");
+  list.add(model.cut_lines, "end of a line of more than 65536 bytes",
+           "ends of lines of more than 65536 bytes");
+  if (!model.has_end) list.add("what follows where the file ends without an end mark");
+  return list.text();
 }
 
 }  // namespace importers::dxf

@@ -33,21 +33,29 @@ class Converter {
     char* in = input.data();
     std::size_t in_left = input.size();
     while (in_left > 0) {
-      std::array<char, 256> buffer{};
-      char* out = buffer.data();
-      std::size_t out_left = buffer.size();
-      const std::size_t status = iconv(m_state, &in, &in_left, &out, &out_left);
-      const std::size_t written = buffer.size() - out_left;
-      for (std::size_t i = 0; i + 1 < written; i += 2) result.push_back(unit(&buffer[i]));
-      if (status != static_cast<std::size_t>(-1) || written > 0) continue;
+      if (append(result, &in, &in_left)) continue;
       result.push_back(replacement);
       ++in;
       --in_left;
     }
+    // Where letters are composed, the last one waits for what may follow it.
+    append(result, nullptr, nullptr);
     return result;
   }
 
  private:
+  /// Converts some of the input, or what is held back where there is none. False
+  /// when it starts with what cannot be converted.
+  bool append(std::wstring& result, char** in, std::size_t* in_left) {
+    std::array<char, 256> buffer{};
+    char* out = buffer.data();
+    std::size_t out_left = buffer.size();
+    const std::size_t status = iconv(m_state, in, in_left, &out, &out_left);
+    const std::size_t written = buffer.size() - out_left;
+    for (std::size_t i = 0; i + 1 < written; i += 2) result.push_back(unit(&buffer[i]));
+    return status != static_cast<std::size_t>(-1) || written > 0;
+  }
+
   static wchar_t unit(const char* bytes) {
     return static_cast<wchar_t>(static_cast<unsigned char>(bytes[0]) |
                                 static_cast<unsigned char>(bytes[1]) << 8);
@@ -179,13 +187,17 @@ std::wstring StringDecoder::wide(std::string_view bytes) const {
   return converted(bytes, m_is_utf8 ? "UTF-8" : m_page);
 }
 
-std::string StringDecoder::utf8(std::string_view bytes) const {
+std::string StringDecoder::name(std::string_view bytes) const {
   std::string result;
-  const std::wstring units = wide(bytes);
+  const std::wstring units = with_escapes(wide(bytes));
   for (std::size_t i = 0; i < units.size(); ++i) {
     auto c = static_cast<char32_t>(units[i]);
-    if (c >= 0xD800 && c < 0xDC00 && i + 1 < units.size()) {
-      c = 0x10000 + ((c - 0xD800) << 10) + (static_cast<char32_t>(units[++i]) - 0xDC00);
+    const char32_t next = i + 1 < units.size() ? static_cast<char32_t>(units[i + 1]) : 0;
+    if (c >= 0xD800 && c < 0xDC00 && next >= 0xDC00 && next < 0xE000) {
+      c = 0x10000 + ((c - 0xD800) << 10) + (next - 0xDC00);
+      ++i;
+    } else if (c >= 0xD800 && c < 0xE000) {
+      c = replacement;
     }
     if (c < 0x80) {
       result.push_back(static_cast<char>(c));
@@ -199,6 +211,14 @@ std::string StringDecoder::utf8(std::string_view bytes) const {
     }
   }
   return result;
+}
+
+std::string in_one_line(std::string text) {
+  for (char& c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte < ' ' || byte == 0x7F) c = '?';
+  }
+  return text;
 }
 
 void append_character(std::wstring& text, char32_t character) {

@@ -19,13 +19,16 @@ class StringDecoder {
   void set_code_page(std::string_view name);
 
   [[nodiscard]] std::wstring wide(std::string_view bytes) const;
-  /// As UTF-8.
-  [[nodiscard]] std::string utf8(std::string_view bytes) const;
+  /// A name as UTF-8, its escapes replaced.
+  [[nodiscard]] std::string name(std::string_view bytes) const;
 
  private:
   bool m_is_utf8 = false;
   std::string m_page = "CP1252";
 };
+
+/// The text with its control characters shown as question marks.
+[[nodiscard]] std::string in_one_line(std::string text);
 
 /// The UTF-16 code units of a code point; U+FFFD for what is none.
 void append_character(std::wstring& text, char32_t character);

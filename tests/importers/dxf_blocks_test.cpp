@@ -234,8 +234,9 @@ TEST(DxfLayers, HiddenOnesAreLeftOut) {
 
 TEST(DxfLayers, ADrawingWithNothingButHiddenOnesTellsThat) {
   const DxfDrawing read({on_layer("OFF", "LINE", {{11, 1}}), "", layer("OFF", -1)});
-  EXPECT_THAT(read.recorded.problem,
-              testing::HasSubstr("nothing to draw (left out: 1 hidden, by themselves or by"));
+  EXPECT_THAT(
+      read.recorded.problem,
+      testing::HasSubstr("nothing to draw (left out: 1 entity hidden, by itself or by its layer"));
 }
 
 TEST(DxfLayers, AreChosenByNameInTheOrderOfTheFile) {
@@ -266,11 +267,31 @@ TEST(DxfLayers, PaperSpaceIsDrawnOnlyByItself) {
   const std::string paper = entity("LINE", {{67, 1}, {11, 7}});
   const DxfDrawing both({line(0, 0, 1, 1) + paper});
   EXPECT_EQ(both.calls().size(), 1U);
-  EXPECT_EQ(both.drawing.remarks, "left out: 1 in paper space");
+  EXPECT_EQ(both.drawing.remarks, "left out: 1 entity in paper space");
   const DxfDrawing alone({paper});
   EXPECT_EQ(alone.calls().size(), 1U);
   EXPECT_EQ(alone.drawing.remarks, "");
   EXPECT_EQ(alone.drawing.extent.max_x, 7);
+}
+
+TEST(DxfLayers, EscapesInNamesAreDecoded) {
+  const DxfDrawing read({on_layer("W\\U+00E4nde", "LINE", {{11, 1}})});
+  EXPECT_THAT(read.drawing.layers, ElementsAre("W\xC3\xA4nde"));
+  const DxfDrawing lone({on_layer("a\\U+D800b", "LINE", {{11, 1}})});
+  EXPECT_THAT(lone.drawing.layers, ElementsAre("a\xEF\xBF\xBD"
+                                               "b"));
+}
+
+TEST(DxfLayers, OnlySomeOfManyAreOfferedInOneLine) {
+  importers::ReadOptions options;
+  options.layers = {"X"};
+  std::string lines = on_layer("a\x1B[31mb", "LINE", {{11, 1}});
+  for (int i = 0; i < 100; ++i) {
+    lines += on_layer(("L" + std::to_string(i)).c_str(), "LINE", {{11, 1}});
+  }
+  const std::string problem = DxfDrawing({lines}, options).recorded.problem;
+  EXPECT_THAT(problem, HasSubstr("choose from '0', 'a?[31mb', 'L0', "));
+  EXPECT_THAT(problem, HasSubstr(", 'L17' and 82 more"));
 }
 
 }  // namespace

@@ -110,7 +110,11 @@ TEST(DxfDamage, WhatEndsTooEarlySaysSo) {
   const std::string whole = sample();
   const DxfDrawing early(as_is, whole.substr(0, whole.size() - groups({{0, "EOF"}}).size()));
   EXPECT_EQ(early.recorded.problem, "");
-  EXPECT_THAT(early.drawing.remarks, HasSubstr("without an end mark"));
+  EXPECT_EQ(early.drawing.remarks,
+            "left out: what follows where the file ends without an end mark");
+  const DxfDrawing unknown(as_is, dxf_text::section("ENTITIES", frame + entity("REGION", {})));
+  EXPECT_EQ(unknown.drawing.remarks,
+            "left out: 1 of kind REGION, what follows where the file ends without an end mark");
   const DxfDrawing torn(as_is, whole.substr(0, whole.size() - 5));
   EXPECT_THAT(torn.recorded.problem, AllOf(StartsWith("cannot read"), HasSubstr("complete")));
 }
@@ -184,6 +188,9 @@ TEST(DxfDamage, BlocksWithinThemselvesAreDrawnOnce) {
   EXPECT_EQ(read.recorded.problem, "");
   EXPECT_EQ(read.calls().size(), 3U);
   EXPECT_EQ(read.drawing.remarks, "left out: 2 inserts of blocks into themselves");
+  // Each of two is within the other where it is inserted itself.
+  const DxfDrawing both({insert("A", 0, 0) + insert("B", 50, 0), blocks});
+  EXPECT_EQ(both.calls().size(), 4U);
 }
 
 std::string nested_blocks(int depth, int inserts, double degrees) {
@@ -205,7 +212,7 @@ TEST(DxfDamage, BlocksMayBeNestedAHundredDeep) {
     EXPECT_EQ(read.calls().size(), 1U);
   }
   const DxfDrawing deeper({frame + insert("B400", 0, 0), nested_blocks(400, 1, 0)});
-  EXPECT_EQ(deeper.drawing.remarks, "left out: 1 inserts in more than 128 others");
+  EXPECT_EQ(deeper.drawing.remarks, "left out: 1 insert in more than 128 others");
 }
 
 TEST(DxfDamage, CopiesWithoutNumberEndSomewhere) {
@@ -227,8 +234,8 @@ TEST(DxfDamage, InsertsOfNoSizeOrOfNothingAreCounted) {
                          block("B", line(0, 0, 1, 1))});
   EXPECT_EQ(read.recorded.problem, "");
   EXPECT_EQ(read.drawing.remarks,
-            "left out: 1 of kind INSERT, 1 inserts of blocks that are not there, "
-            "1 without size or too far away");
+            "left out: 1 of kind INSERT, 1 insert of a block that is not there, "
+            "1 entity without size or too far away");
 }
 
 TEST(DxfDamage, ScalesThatMultiplyBeyondReach) {
@@ -289,6 +296,45 @@ TEST(DxfDamage, LineEndsAndMarksOfOtherSystems) {
   const DxfDrawing read(as_is, "\xEF\xBB\xBF" + dos + "\r\n");
   EXPECT_EQ(read.recorded.problem, "");
   EXPECT_EQ(read.calls().size(), DxfDrawing(as_is, sample()).calls().size());
+}
+
+TEST(DxfDamage, RemarksCountInPlurals) {
+  const DxfDrawing read({frame + insert("B", 0, 0, 0, 1) + insert("B", 0, 0, 1, 0) +
+                             insert("GONE", 0, 0) + insert("GONE", 1, 0),
+                         block("B", line(0, 0, 1, 1))});
+  EXPECT_EQ(read.drawing.remarks,
+            "left out: 2 inserts of blocks that are not there, "
+            "2 entities without size or too far away");
+}
+
+TEST(DxfDamage, WhatFollowsTooManyCopiesIsDrawn) {
+  const std::string array =
+      entity("INSERT", {{2, "A"}, {10, 0}, {70, 1200}, {71, 1200}, {44, 1}, {45, 1}});
+  const std::string blocks =
+      block("A", line(0, 0, 10, 5)) + block("B", entity("CIRCLE", {{10, 0}, {40, 300}}));
+  const DxfDrawing read({array + insert("B", -500, 0) + line(0, 0, 10, 5), blocks});
+  ASSERT_EQ(read.recorded.problem, "");
+  const std::vector<std::string> actions = read.recorded.actions();
+  EXPECT_EQ(actions.back(), "polyline");
+  EXPECT_EQ(actions[actions.size() - 2], "elliptical");
+  // Every copy is drawn or counted.
+  const std::size_t drawn = read.calls().size() - 2;
+  EXPECT_GT(drawn, 100000U);
+  EXPECT_EQ(read.drawing.remarks, "left out: " + std::to_string(1200 * 1200 - drawn) +
+                                      " copies of blocks beyond the most that are drawn");
+  const DxfDrawing turned({insert("B90", 0, 0) + insert("A", -500, 0, 1, 1, 10) +
+                               insert("A", -500, 9, 1, 1, 10) + line(0, 0, 10, 5),
+                           nested_blocks(90, 2, 10) + blocks});
+  EXPECT_EQ(turned.drawing.extent.min_x, -500);
+}
+
+TEST(DxfDamage, TheEndsOfEndlessLinesAreCounted) {
+  const DxfDrawing read(
+      {frame + entity("TEXT", {{10, 1}, {20, 1}, {40, 2}, {1, std::string(65537, 'x')}})});
+  EXPECT_EQ(read.drawing.remarks, "left out: 1 end of a line of more than 65536 bytes");
+  const DxfDrawing whole(
+      {frame + entity("TEXT", {{10, 1}, {20, 1}, {40, 2}, {1, std::string(65536, 'x')}})});
+  EXPECT_EQ(whole.drawing.remarks, "");
 }
 
 }  // namespace

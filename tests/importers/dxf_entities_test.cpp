@@ -258,11 +258,43 @@ TEST(DxfEntities, SolidsAreFilledWithTheirLastCornersExchanged) {
   EXPECT_EQ(read.calls()[1].color.word, 0xFF0000U);
 }
 
-TEST(DxfEntities, FacesWithThreeCornersAreTriangles) {
-  const DxfDrawing read = framed(entity(
-      "3DFACE", {{10, 0}, {20, 0}, {30, 5}, {11, 4}, {21, 0}, {12, 4}, {22, 4}, {13, 4}, {23, 4}}));
-  ASSERT_EQ(read.count("polygon"), 1U);
-  EXPECT_EQ(read.recorded.points_of("polygon")[0].size(), 3U);
+std::string face(int hidden_edges, double fourth_x, double fourth_y) {
+  return entity("3DFACE", {{10, 0},
+                           {20, 0},
+                           {30, 5},
+                           {11, 4},
+                           {21, 0},
+                           {12, 4},
+                           {22, 4},
+                           {13, fourth_x},
+                           {23, fourth_y},
+                           {70, hidden_edges}});
+}
+
+TEST(DxfEntities, FacesAreTheirOutlines) {
+  const DxfDrawing square = framed(face(0, 0, 4));
+  ASSERT_THAT(square.recorded.actions(), ElementsAre("polyline", "polyline"));
+  const std::vector<LM_DCI_Point>& points = square.calls()[1].points;
+  ASSERT_EQ(points.size(), 5U);
+  expect_point(square, points[3], 0, 4);
+  EXPECT_EQ(points.front(), points.back());
+  // The fourth corner is the third one again.
+  const DxfDrawing triangle = framed(face(0, 4, 4));
+  ASSERT_EQ(triangle.calls().size(), 2U);
+  EXPECT_EQ(triangle.calls()[1].points.size(), 4U);
+}
+
+TEST(DxfEntities, FacesLeaveOutTheirHiddenEdges) {
+  const DxfDrawing read = framed(face(1 | 4, 0, 4));
+  ASSERT_EQ(read.calls().size(), 3U);
+  ASSERT_EQ(read.calls()[1].points.size(), 2U);
+  expect_point(read, read.calls()[1].points[0], 4, 0);
+  expect_point(read, read.calls()[1].points[1], 4, 4);
+  expect_point(read, read.calls()[2].points[0], 0, 4);
+  expect_point(read, read.calls()[2].points[1], 0, 0);
+  const DxfDrawing hidden = framed(face(15, 0, 4));
+  EXPECT_EQ(hidden.calls().size(), 1U);
+  EXPECT_EQ(hidden.drawing.remarks, "");
 }
 
 /// Whether the even-odd rule puts (x, y) inside the polygon.
@@ -463,6 +495,70 @@ TEST(DxfEntities, WhatIsNotKnownIsCounted) {
                                  entity("REGION", {{1, "y"}}) + entity("VIEWPORT", {{10, 1}}));
   EXPECT_EQ(read.drawing.remarks, "left out: 1 of kind IMAGE, 2 of kind REGION");
   EXPECT_EQ(read.drawing.drawables, 1U);
+}
+
+TEST(DxfEntities, BulgesOfNextToNothingAreStraight) {
+  for (const double bulge : {1e-10, -1e-15, 1e-17, 1e-300}) {
+    const DxfDrawing read =
+        framed(entity("LWPOLYLINE", {{90, 2}, {10, 0}, {20, 0}, {42, bulge}, {10, 9}, {20, 5}}) +
+               hatch(groups({{92, 2},
+                             {72, 1},
+                             {73, 1},
+                             {93, 3},
+                             {10, 0},
+                             {20, 0},
+                             {42, bulge},
+                             {10, 8},
+                             {20, 0},
+                             {42, 0},
+                             {10, 8},
+                             {20, 8},
+                             {42, 0}}),
+                     1, true));
+    ASSERT_THAT(read.recorded.actions(), ElementsAre("polyline", "polyline", "polygon"));
+    expect_point(read, read.calls()[1].points[1], 9, 5);
+    EXPECT_EQ(read.calls()[2].points.size(), 3U);
+    EXPECT_EQ(read.drawing.remarks, "");
+  }
+}
+
+TEST(DxfEntities, AQuarterOfACircleByItselfIsAnArc) {
+  const DxfDrawing read({entity("ARC", {{10, 3}, {20, 7}, {40, 10}, {50, 0}, {51, 90}})});
+  ASSERT_THAT(read.recorded.actions(), ElementsAre("elliptical"));
+  expect_point(read, read.calls()[0].points[0], 3, 7);
+  EXPECT_NEAR(read.length(read.calls()[0].points[1].x), 10, tolerance);
+  EXPECT_NEAR(read.drawing.extent.width(), 10, tolerance);
+}
+
+TEST(DxfEntities, SizesOfDimensionsComeFromTheHeader) {
+  const std::string header =
+      groups({{9, "$DIMTXT"}, {40, 20.0}, {9, "$DIMASZ"}, {40, 10.0}, {9, "$DIMSCALE"}, {40, 0.5}});
+  const DxfDrawing read({frame + entity("DIMENSION", {{10, 90},
+                                                      {20, 5},
+                                                      {11, 45},
+                                                      {21, 6},
+                                                      {70, 32},
+                                                      {13, 0},
+                                                      {23, 0},
+                                                      {14, 90},
+                                                      {24, 1}}),
+                         "", "", header});
+  const auto arrows = read.recorded.points_of("polygon");
+  ASSERT_EQ(arrows.size(), 2U);
+  EXPECT_NEAR(read.x(arrows[0][1]) - read.x(arrows[0][0]), 5, tolerance);
+  ASSERT_EQ(read.recorded.actions().back(), "wide");
+  const DxfDrawing usual = framed(entity("TEXT", {{10, 0}, {20, 0}, {40, 10}, {1, "90"}}));
+  EXPECT_NEAR(read.calls().back().text_attributes.size, usual.calls().back().text_attributes.size,
+              1);
+}
+
+TEST(DxfEntities, OfHatchLinesThatAreTooDenseSomeAreDrawn) {
+  const std::string lines =
+      groups({{78, 1}, {53, 0}, {43, 0}, {44, 0}, {45, 0}, {46, 0.001}, {79, 0}});
+  const DxfDrawing read = framed(hatch(ring(0, 0, 50), 1, false) + lines);
+  const auto segments = read.recorded.points_of("polyline");
+  EXPECT_GT(segments.size(), 2500U);
+  EXPECT_LE(segments.size(), 5002U);
 }
 
 }  // namespace

@@ -162,6 +162,11 @@ TEST(DxfTexts, CodePages) {
               ElementsAre(L"\u0410\u0431"));
   EXPECT_THAT(Texts(text("\x83\x41"), "", "", header("ANSI_932")).words(), ElementsAre(L"\u30A2"));
   EXPECT_THAT(Texts(text("\xE4"), "", "", header("nonsense")).words(), ElementsAre(L"\u00E4"));
+  // Where accents are letters of their own, the last letter awaits them.
+  EXPECT_THAT(Texts(text("WORD ABC"), "", "", header("ANSI_1258")).words(),
+              ElementsAre(L"WORD ABC"));
+  EXPECT_THAT(Texts(text("\xF9\xEC"), "", "", header("ANSI_1255")).words(),
+              ElementsAre(L"\u05E9\u05DC"));
   const std::string modern = groups({{9, "$ACADVER"}, {1, "AC1021"}});
   EXPECT_THAT(Texts(text("\xD0\x90\xFF"), "", "", modern).words(), ElementsAre(L"\u0410\uFFFD"));
 }
@@ -327,6 +332,29 @@ TEST(DxfTexts, TextsInTurnedMirrorsRunAlongTheTurn) {
   EXPECT_NEAR(read.x(0), -width * std::cos(pi / 6), 1e-3);
   EXPECT_NEAR(read.y(0), -width * std::sin(pi / 6), 1e-3);
   EXPECT_NEAR(read.calls[0].text_attributes.rotation, pi / 6, tolerance);
+}
+
+TEST(DxfTexts, LongTextsAreWhole) {
+  const std::string words = std::string(1500, 'x') + "END";
+  const Texts read(text(words) + entity("ATTRIB", {{10, 1}, {20, 2}, {40, 5}, {1, words}}));
+  ASSERT_EQ(read.calls.size(), 2U);
+  EXPECT_EQ(read.words()[0], std::wstring(words.begin(), words.end()));
+  EXPECT_EQ(read.words()[1], read.words()[0]);
+}
+
+TEST(DxfTexts, WithoutHeightAreCounted) {
+  const std::string flat = entity("TEXT", {{10, 1}, {20, 1}, {40, 0}, {1, "flat"}});
+  EXPECT_EQ(Texts(flat + flat).read.drawing.remarks,
+            "left out: 2 entities without size or too far away");
+  EXPECT_THAT(DxfDrawing({flat}).recorded.problem,
+              testing::HasSubstr("(left out: 1 entity without size or too far away)"));
+}
+
+TEST(DxfTexts, BlanksWhereALineIsFullDoNotBeginTheNext) {
+  const Texts read(mtext("aaaa {\\C1;  bbbb}", {{41, width_of(L"aaaa") + 0.1}}));
+  ASSERT_EQ(read.calls.size(), 2U);
+  EXPECT_EQ(read.words()[1], L"bbbb");
+  EXPECT_NEAR(read.x(1), 10, tolerance);
 }
 
 }  // namespace
