@@ -1,6 +1,7 @@
 #include "displaylist/catalogue.h"
 
 #include "displaylist/drawables/class_table_p.h"
+#include "displaylist/platform/rendition.h"
 
 namespace DL {
 
@@ -38,6 +39,24 @@ Drawable* standard_factory(void*, int class_tag) {
     default:
       return nullptr;
   }
+}
+
+void standard_post_read(Drawable* drawable) {
+  drawable->m_colorData.m_color = drawable->m_colorData.m_pRendition->color();
+}
+
+bool make_plain(Drawable& drawable) {
+  if (!drawable.is_palettized()) return false;
+  const void* type = drawable.type();
+#define DL_MAKE_PLAIN(Class)                \
+  if (type == Class::my_type()) {           \
+    standard_post_read(&drawable);          \
+    class_change::become<Class>(&drawable); \
+    return true;                            \
+  }
+  DL_PALETTIZED_CLASSES(DL_MAKE_PLAIN)
+#undef DL_MAKE_PLAIN
+  return false;
 }
 
 bool is_built_in(std::uint32_t class_tag) {

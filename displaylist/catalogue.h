@@ -33,4 +33,13 @@ namespace DL {
 /// own factory can ask it first. The context is not looked at.
 DISPLAYLIST_API Drawable* standard_factory(void* context, int tag);
 
+/// A hook for DisplayList::m_pfnPostRead: gives the drawable, whose colour field
+/// refers to a rendition, the colour of that rendition.
+DISPLAYLIST_API void standard_post_read(Drawable* drawable);
+
+/// Turns a drawable that is palettized, hidden or not, into the plain visible one
+/// of its class, in the colour of its rendition. False, with nothing changed, for
+/// any other. The drawable is of one of the library's own classes.
+DISPLAYLIST_API bool make_plain(Drawable& drawable);
+
 }  // namespace DL

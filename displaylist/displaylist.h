@@ -5,6 +5,7 @@
 #include "displaylist/core/display_list.h"
 #include "displaylist/core/geometry.h"
 #include "displaylist/core/group.h"
+#include "displaylist/core/iterators.h"
 #include "displaylist/core/multithread.h"
 #include "displaylist/drawables/debug.h"
 #include "displaylist/drawables/drawable.h"

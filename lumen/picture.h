@@ -12,7 +12,8 @@ namespace lumen {
 /// An image in memory: one 32-bit word a pixel, 0xTTRRGGBB as LM_RGB32 reads
 /// it (TT is transparency: 0 opaque, 0xFF invisible; colours are not
 /// premultiplied). Row 0 is at the top, rows follow each other without gaps.
-/// Several threads may work on disjoint pixels.
+/// Several threads may draw on any pixels at once through a RasterDevice; all
+/// else is done to pixels that no other thread touches meanwhile.
 class LUMEN_API Picture {
  public:
   /// The longest side and the most pixels that a picture may have.

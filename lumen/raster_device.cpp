@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "lumen/geometry/coverage_p.h"
-#include "lumen/geometry/hard_clip_p.h"
 #include "lumen/geometry/line_pattern_p.h"
 #include "lumen/geometry/marker_stamp_p.h"
 #include "lumen/geometry/pixel_rectangle_p.h"
@@ -75,8 +74,8 @@ RasterDevice::RasterDevice(Picture& picture) : m_picture(picture) {
   options.supports_complex_clip = true;
 }
 
-const std::uint8_t* RasterDevice::clip_mask(LM_Rendition& rendition) const {
-  const LM_Contour_Set_Data* clip = hard_clip(rendition);
+const std::uint8_t* RasterDevice::clip_mask(const LM_Rendition& rendition) const {
+  const LM_Contour_Set_Data* clip = rendition.device_clip();
   return clip == nullptr ? nullptr : scratch().masks.mask(*clip, m_picture, m_antialiased);
 }
 
@@ -110,7 +109,8 @@ void RasterDevice::draw_polyline(LM_Rendition* rendition, std::int32_t count,
 }
 
 template <class Collect>
-void RasterDevice::fill_shape(LM_Rendition& rendition, LM_Fill_Rule rule, const Collect& collect) {
+void RasterDevice::fill_shape(const LM_Rendition& rendition, LM_Fill_Rule rule,
+                              const Collect& collect) {
   const LM_RGB32 ink = rendition.color();
   const PixelRectangle inside = visible_pixels(m_picture, rendition.clip_rectangle());
   if (is_invisible(ink) || inside.is_empty()) return;
@@ -182,7 +182,7 @@ void RasterDevice::draw_area(LM_Rendition* rendition, const LM_DCI_Point* center
             inside);
 }
 
-void RasterDevice::fill_area(LM_Rendition& rendition, const EllipticalArc& arc, ArcArea area,
+void RasterDevice::fill_area(const LM_Rendition& rendition, const EllipticalArc& arc, ArcArea area,
                              LM_RGB32 ink, const PixelRectangle& inside) {
   if (is_invisible(ink)) return;
   SpanPen pen(m_picture, ink, clip_mask(rendition));
@@ -198,7 +198,7 @@ void RasterDevice::fill_area(LM_Rendition& rendition, const EllipticalArc& arc, 
   shape.fill(LM_Fill_Rule::even_odd, m_antialiased, inside, pen);
 }
 
-void RasterDevice::stroke_arc(LM_Rendition& rendition, const EllipticalArc& arc,
+void RasterDevice::stroke_arc(const LM_Rendition& rendition, const EllipticalArc& arc,
                               const PixelRectangle& inside) {
   const LM_RGB32 ink = rendition.color();
   if (is_invisible(ink)) return;
@@ -250,7 +250,7 @@ void RasterDevice::draw_textured_strip(LM_Rendition* rendition, std::int32_t cou
 }
 
 template <class Character>
-void RasterDevice::fill_text(LM_Rendition& rendition, const LM_DCI_Point& start,
+void RasterDevice::fill_text(const LM_Rendition& rendition, const LM_DCI_Point& start,
                              const Character* characters, std::int32_t count) {
   const LM_Text_Attributes& attributes = rendition.text_attributes();
   const bool is_bar = is_tiny(attributes.size);

@@ -78,8 +78,12 @@ struct PixelRectangle;
 /// for the last bits of antialiased covers and for pixels whose centre lies
 /// within 1/256 pixel of the edge of a wide stroke.
 ///
-/// Several threads may draw at once, each with another rendition: into
-/// disjoint clip rectangles, since a pixel must have one writer at a time.
+/// Several threads may draw at once, anywhere on the picture, each with another
+/// rendition or with one that nobody changes meanwhile. Where what they draw
+/// overlaps, a pixel has the colours of some of it, laid on each other in some
+/// order: opaque ones leave one of their colours, never a mixture of the bits of
+/// two. What covers no part of a pixel leaves it alone. Drawing orders nothing
+/// else: whoever looks at the picture waits for the threads first.
 ///
 /// Each thread that has drawn keeps until it ends what its next action may
 /// need: the room that its largest shape took, colours of pixels in 6 MB at
@@ -125,16 +129,17 @@ class LUMEN_API RasterDevice final : public TextRenderer {
                            const std::uint32_t* modulation, const LM_Vertex_Triple* second);
 
  private:
-  const std::uint8_t* clip_mask(LM_Rendition& rendition) const;
+  const std::uint8_t* clip_mask(const LM_Rendition& rendition) const;
   /// Fills what `collect(shape)` adds in the rendition's colour.
   template <class Collect>
-  void fill_shape(LM_Rendition& rendition, LM_Fill_Rule rule, const Collect& collect);
-  void fill_area(LM_Rendition& rendition, const EllipticalArc& arc, ArcArea area, LM_RGB32 ink,
-                 const PixelRectangle& inside);
-  void stroke_arc(LM_Rendition& rendition, const EllipticalArc& arc, const PixelRectangle& inside);
+  void fill_shape(const LM_Rendition& rendition, LM_Fill_Rule rule, const Collect& collect);
+  void fill_area(const LM_Rendition& rendition, const EllipticalArc& arc, ArcArea area,
+                 LM_RGB32 ink, const PixelRectangle& inside);
+  void stroke_arc(const LM_Rendition& rendition, const EllipticalArc& arc,
+                  const PixelRectangle& inside);
   template <class Character>
-  void fill_text(LM_Rendition& rendition, const LM_DCI_Point& start, const Character* characters,
-                 std::int32_t count);
+  void fill_text(const LM_Rendition& rendition, const LM_DCI_Point& start,
+                 const Character* characters, std::int32_t count);
 
   Picture& m_picture;
   bool m_antialiased = false;

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -10,6 +11,11 @@ template <class T>
 T& unshare(LM_Handle<T>& data) {
   if (data->is_shared()) data = LM_Create<T>(*data);
   return *data;
+}
+
+/// The clip as straight edges, which contours consist of: the clip itself.
+const LM_Contour_Set& hardened(const LM_Contour_Set& clip) {
+  return clip;
 }
 
 /// The angle in [0, 2 pi), computed in single precision. One of so many turns
@@ -94,8 +100,13 @@ void LM_Rendition::validate_hard_complex_clip() {
   if (m_data->hard_complex_clip_validated) return;
   // Derived state: what is drawn does not change, so the serial stays.
   LM_Rendition_Data& data = unshare(m_data);
-  data.hard_complex_clip = data.complex_clip;
+  data.hard_complex_clip = hardened(data.complex_clip);
   data.hard_complex_clip_validated = true;
+}
+
+const LM_Contour_Set_Data* LM_Rendition::device_clip() const {
+  if (m_data->hard_complex_clip_validated) return m_data->hard_complex_clip.get();
+  return hardened(m_data->complex_clip).get();
 }
 
 void LM_Rendition::set_selector_data(LM_Handle<LM_Selector_Data> data) {
@@ -138,6 +149,18 @@ void LM_Rendition::set_shared_text_rotation(float rotation) {
 }
 
 void LM_Rendition::set_shared_font(const LM_Font& font) {
-  const LM_Font copy = font;  // as with the clip rectangle
-  shared_text_attributes().font = copy;
+  shared_text_attributes().font = font;
+}
+
+void LM_Rendition::copy_state(const LM_Rendition& other) {
+  if (this == &other) return;
+  if (m_data->is_shared()) {
+    *this = LM_Rendition();
+  } else if (m_data->text_attributes->is_shared()) {
+    m_data->text_attributes = LM_Create<LM_Text_Attributes>();
+  }
+  const LM_Handle<LM_Text_Attributes> own = m_data->text_attributes;
+  *own = *other.m_data->text_attributes;
+  *m_data = *other.m_data;
+  m_data->text_attributes = own;
 }

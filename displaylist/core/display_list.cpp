@@ -1,5 +1,7 @@
 #include "displaylist/core/display_list.h"
 
+#include <utility>
+
 #include "displaylist/core/group.h"
 #include "displaylist/core/tags.h"
 #include "displaylist/drawables/class_table_p.h"
@@ -9,9 +11,12 @@ namespace DL {
 std::int32_t DisplayList::m_cInterruptCount = 20;
 std::int32_t DisplayList::m_cSelInterruptCount = 20;
 
-DisplayList::DisplayList(LumenHeap* heap) : m_pRenderer(LM_Create<LM_Renderer>()), m_heap(heap) {
+DisplayList::DisplayList(LumenHeap* heap) : m_heap(heap) {
+  m_pRenderer = LM_Create<LM_Renderer>();
   ensure_open_group();
 }
+
+DisplayList::DisplayList(WithoutTree) : m_pPrivateRendition(std::make_unique<LM_Rendition>()) {}
 
 DisplayList::~DisplayList() {
   delete m_pRootGroup;
@@ -23,6 +28,18 @@ void DisplayList::set_grayscale(bool on) {
 
 bool DisplayList::is_grayscale() {
   return m_bGrayscale;
+}
+
+void DisplayList::draw_for(const DisplayList& list) {
+  LM_Rendition own = m_rendition;
+  static_cast<DrawingContext&>(*this) = list;
+  std::swap(own, m_rendition);
+  m_rendition.copy_state(list.m_rendition);
+}
+
+LM_Rendition& DisplayList::private_copy(const LM_Rendition& rendition) {
+  m_pPrivateRendition->copy_state(rendition);
+  return *m_pPrivateRendition;
 }
 
 Drawable* DisplayList::create_drawable(std::uint32_t class_tag) {

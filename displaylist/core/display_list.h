@@ -1,13 +1,16 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
+#include "displaylist/core/drawing_context.h"
 #include "displaylist/core/geometry.h"
 #include "displaylist/platform/export.h"
 #include "displaylist/platform/memory.h"
 #include "displaylist/platform/points.h"
-#include "displaylist/platform/renderer.h"
 #include "displaylist/platform/rendition.h"
+
+class ZtFsStream;
 
 namespace DL {
 
@@ -30,7 +33,7 @@ using InterruptTest = bool (*)(void* context, DisplayList* list);
 /// on what each field's comment requires. A list owns its groups and through
 /// them every drawable added; the destructor destroys them all. One thread at a
 /// time uses a list; worker threads (m_pMultithread) only draw.
-class DISPLAYLIST_API DisplayList {
+class DISPLAYLIST_API DisplayList : public DrawingContext {
  public:
   /// The capacity of the open group in a new list.
   static constexpr std::int32_t kDefaultCapacity = 64;
@@ -126,27 +129,40 @@ class DISPLAYLIST_API DisplayList {
   /// tag is no class tag or nothing can be allocated.
   Drawable* create_drawable(std::uint32_t tag);
 
-  // --- Fields -----------------------------------------------------------
+  // --- Storing ----------------------------------------------------------
 
-  /// The renderer drawn through. That of a new list draws nothing; no draw form
-  /// may be called while it is null.
-  LM_Handle<LM_Renderer> m_pRenderer;
+  /// Writes the tree with the drawables of the classes that streams hold; the
+  /// others, hidden states, the transform and other fields are not written.
+  /// `rendition_to_index` tells the index that stands for the rendition of a
+  /// palettized drawable. The callback stays in its field.
+  virtual void serialize_out(ZtFsStream* stream,
+                             int (*rendition_to_index)(void* context, LM_Rendition* rendition),
+                             void* index_context);
 
-  BoundsTemplate<long> m_logicalBounds;  ///< what is mapped onto the screen rectangle
-  BoundsTemplate<int> m_screenBounds;    ///< the target; set_screen_bounds sets it
-  BoundsTemplate<int> m_deviceBounds;    ///< screen rectangle times m_deviceRatio, truncated
-  double m_yAspect = 1.0;                ///< factor of the vertical scale
-  /// The logical rectangle that is on the screen, one screen unit wider on
-  /// every side. Inverted along an axis with a negative scale.
-  BoundsTemplate<long> m_visibleBounds;
+  /// Replaces the tree by what serialize_out wrote. Of an old one only the open
+  /// group and an empty root are destroyed: remove the contents first, or keep
+  /// the root, which is yours then. The callbacks are those of the fields below,
+  /// where they stay. Colours come back as palette indices, the words of plain
+  /// ones too. Bytes that make no sense end the reading; what was read until
+  /// then is a valid list, without a root if there was not even one.
+  /// The next add goes on where the stream ended; the open group that was read,
+  /// whose level counts as 0, is as large when closed as what is added then.
+  virtual void serialize_in(ZtFsStream* stream,
+                            LM_Rendition* (*index_to_rendition)(void* context, int index),
+                            void* rendition_context, Drawable* (*factory)(void* context, int tag),
+                            void* factory_context, void (*post_read)(Drawable* drawable));
+
+  /// The rendition, for a drawable that changes it while it draws: on a worker
+  /// thread a private copy of one that others may draw with, good until the next
+  /// call.
+  LM_Rendition& changeable(LM_Rendition& rendition) {
+    return m_pPrivateRendition == nullptr || &rendition == &m_rendition ? rendition
+                                                                        : private_copy(rendition);
+  }
+
+  // --- Fields, beside those of the drawing context ------------------------
+
   LumenHeap* m_heap = nullptr;  ///< groups and read-in points come from here; null: default heap
-
-  PointTemplate<double> m_scale{1.0, 1.0};         ///< logical to screen
-  PointTemplate<double> m_offset{0.0, 0.0};        ///< logical to screen
-  PointTemplate<double> m_deviceScale{1.0, 1.0};   ///< logical to device units
-  PointTemplate<double> m_deviceOffset{0.0, 0.0};  ///< logical to device units
-  PointTemplate<double> m_deviceRatio{1.0, 1.0};   ///< device units per screen unit
-  bool m_bCheckOverflow = false;                   ///< transform_point saturates
 
   Group* m_pRootGroup = nullptr;
   /// Follows the open group as long as insertion does not have to climb.
@@ -158,20 +174,6 @@ class DISPLAYLIST_API DisplayList {
   std::int32_t m_cOpenDrawables = 0;
   BoundsTemplate<long> m_openBounds;  ///< union of what the open group holds
 
-  bool m_bGrayscale = false;
-  /// Rotated logical-to-device transform: x' = r4 x + r1 y + r2,
-  /// y' = r0 x + r5 y + r3.
-  double m_rotation[6] = {0.0, 0.0, 0.0, 0.0, 1.0, 1.0};
-  bool m_bRotated = false;
-  /// Polylines clip always: no group test holds in a turned view.
-  bool m_bRotationSecondary = false;
-  bool m_bAlternateScale = false;  ///< text takes m_deviceScale for m_scale
-  bool m_bWideDots = false;        ///< dots and collapsed lines are as wide as the line weight
-  bool m_bComplexClipSupported = false;
-
-  /// The working rendition: the state that drawables draw with. Its clip
-  /// rectangle is the device clip rectangle.
-  LM_Rendition m_rendition;
   InterruptTest m_pfnInterrupt = nullptr;  ///< of the interruptible draw forms; null: never stops
   void* m_pInterruptContext = nullptr;
   InterruptTest m_pfnSelInterrupt = nullptr;  ///< of the interruptible selection forms
@@ -183,7 +185,8 @@ class DISPLAYLIST_API DisplayList {
   } m_circleCenter{0.0F, 0.0F};  ///< centre of the clip circle, device units
   std::uint32_t m_circleReserved = 0;
   float m_circleRadiusSquared = 0.0F;
-  DisplayListMultithread* m_pMultithread = nullptr;  ///< gets closed bottom groups when set
+  /// Draws closed bottom groups when set; see multithread.h.
+  DisplayListMultithread* m_pMultithread = nullptr;
 
   // Callbacks of the stream operations. Each is called with its context.
   int (*m_pfnRenditionToIndex)(void*, LM_Rendition*) = nullptr;
@@ -204,14 +207,27 @@ class DISPLAYLIST_API DisplayList {
 
  private:
   friend struct RecordChain;
+  friend class DisplayListMultithread;
   friend class DrawableDisplayList;
 
+  struct WithoutTree {};
+  /// For drawing on a worker thread only.
+  explicit DisplayList(WithoutTree);
+  /// Takes over all that drawing needs from the list that is drawn. The
+  /// rendition is then a copy of this list's own.
+  void draw_for(const DisplayList& list);
+  LM_Rendition& private_copy(const LM_Rendition& rendition);
+
   bool ensure_open_group();
+  /// Lets the tree go, before another one is read.
+  void forget_tree();
   Group* split_open_group_and_add(Drawable* drawable, const BoundsTemplate<long>& bounds,
                                   unsigned long flags);
 
-  RecordChain* m_pRecordChain = nullptr;  ///< being written or read
-  std::int32_t m_cNestings = 0;           ///< how many drawables own this list
+  RecordChain* m_pRecordChain = nullptr;              ///< being written or read
+  bool m_bReadingEnded = false;                       ///< by bytes that make no sense
+  std::int32_t m_cNestings = 0;                       ///< how many drawables own this list
+  std::unique_ptr<LM_Rendition> m_pPrivateRendition;  ///< of a worker's list
 };
 
 }  // namespace DL

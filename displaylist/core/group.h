@@ -2,17 +2,22 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <iosfwd>
 
 #include "displaylist/core/class_change.h"
 #include "displaylist/core/geometry.h"
 #include "displaylist/platform/export.h"
 #include "displaylist/platform/memory.h"
 
+class ZtFsStream;
+
 namespace DL {
 
 class DisplayList;
 class Drawable;
 class Group;
+struct DisplayListDebug;
+struct Search;
 
 /// A link to a child: a group below a Group, a drawable in a bottom group.
 union ChildLink {
@@ -45,6 +50,10 @@ class DISPLAYLIST_API Group {
   virtual bool is_open() const;
   /// Checks the subtree's links; in debug builds a broken invariant stops the program.
   virtual void assert_valid() const;
+  /// Writes a line for this group and each group and drawable below it, indented
+  /// by depth, and counts them. A leaf counts itself and is counted by its parent
+  /// too; a root that is no leaf is not counted.
+  virtual void dump_subtree(std::ostream& os, int level, DisplayListDebug& statistics) const;
   virtual ~Group();
 
   /// Adds a drawable below the nearest group, from this one upward, that
@@ -52,6 +61,36 @@ class DISPLAYLIST_API Group {
   /// does or nothing can be allocated. DisplayList::add is the way in.
   virtual Group* add(Drawable* drawable, const BoundsTemplate<long>& bounds, DisplayList* list,
                      unsigned long flags);
+
+  // Removal. What is removed is destroyed; groups that this empties are destroyed
+  // with it, up to the root, which stays. A list whose open group was destroyed
+  // opens another at the next add. Bounds do not shrink. No group may be queued
+  // for worker threads meanwhile.
+
+  /// Removes a drawable of this bottom group; `previous` is the one before it,
+  /// null for the first. Returns this group, or where it was destroyed the
+  /// nearest ancestor left; null, with nothing removed, when this is no bottom
+  /// group or `previous` does not precede the drawable.
+  virtual Group* remove(Drawable* drawable, Drawable* previous);
+  /// Removes the first match below this group, when the search's bounds lie
+  /// inside the group's. Returns what remove_fast does; null without a match.
+  virtual Group* remove_inside(Search& search);
+  /// Removes the first match below this group, looking into the children whose
+  /// bounds contain the search's. Returns the group that held it or, where that
+  /// was destroyed, its next sibling or else the nearest ancestor left; null
+  /// without a match.
+  virtual Group* remove_fast(Search& search);
+  /// Removes every drawable that lies inside the logical rectangle, and this
+  /// group if that leaves it empty and it is not the root.
+  virtual void remove_bounded(const BoundsTemplate<long>& rectangle);
+  /// The same, but this group stays.
+  virtual void remove_bounded_worker(const BoundsTemplate<long>& rectangle);
+  /// Destroys all children; the group stays.
+  virtual void remove_all();
+  /// As remove_fast, but the drawable is unlinked only: search.m_pDetached names
+  /// it, and it is the caller's.
+  Group* detach_fast(Search& search);
+
   /// Takes no more drawables and shrinks the bounds to what the group holds.
   /// Whoever closes the open group opens the next one, as DisplayList::add does.
   virtual void close();
@@ -95,6 +134,14 @@ class DISPLAYLIST_API Group {
   virtual void create_open_bottom_group(DisplayList* list);
   virtual std::uint32_t level() const;
 
+  /// Writes this group's record with those of its siblings after it and of
+  /// everything below them.
+  virtual void serialize_out(ZtFsStream* stream, DisplayList& list);
+  /// Fills a group made for the tag that was read, and makes and fills what the
+  /// stream holds beside and below it. Bytes that make no sense end the reading;
+  /// what was read so far stays valid.
+  virtual void serialize_in(ZtFsStream* stream, DisplayList& list, Group* parent);
+
   /// Hidden groups draw, take drawables and are removed from like visible ones;
   /// the flag is the client's.
   virtual void make_visible();
@@ -137,10 +184,16 @@ class DISPLAYLIST_API BottomGroup : public Group {
 
   bool contains_drawables() const override;
   void assert_valid() const override;
+  void dump_subtree(std::ostream& os, int level, DisplayListDebug& statistics) const override;
   ~BottomGroup() override;
   /// Null: a closed group takes no drawables.
   Group* add(Drawable* drawable, const BoundsTemplate<long>& bounds, DisplayList* list,
              unsigned long flags) override;
+  Group* remove(Drawable* drawable, Drawable* previous) override;
+  Group* remove_fast(Search& search) override;
+  void remove_bounded_worker(const BoundsTemplate<long>& rectangle) override;
+  void remove_all() override;
+  Group* detach_fast(Search& search);
   void close() override;
 
   void draw_unclipped(DisplayList& list) const override;

@@ -7,7 +7,7 @@
 
 #include "displaylist/core/display_list.h"
 #include "displaylist/core/group.h"
-#include "displaylist/core/group_walk_p.h"
+#include "displaylist/core/iterators.h"
 #include "displaylist/drawables/drawable.h"
 
 namespace DL {
@@ -126,15 +126,12 @@ Drawable* unlink_first(Drawable*& chain) {
   return first;
 }
 
-/// Finds the predecessor of `before` in the group's chain; false when `before`
-/// is not in it.
-bool find_predecessor(const BottomGroup& group, const Drawable* before, Drawable*& predecessor) {
-  predecessor = nullptr;
-  for (Drawable* d = group.m_pFirst.drawable; d != nullptr; d = d->m_pNext) {
-    if (d == before) return true;
-    predecessor = d;
-  }
-  return false;
+/// The drawable before another one in its group; null for the first.
+Drawable* predecessor_of(const Drawable* drawable, const Group& group) {
+  Drawable* predecessor = group.m_pFirst.drawable;
+  if (predecessor == drawable) return nullptr;
+  while (predecessor->m_pNext != drawable) predecessor = predecessor->m_pNext;
+  return predecessor;
 }
 
 }  // namespace
@@ -240,12 +237,10 @@ void OpenBottomGroup::create_open_bottom_group(DisplayList*) {}
 
 Group* DisplayList::add_before(Group* hint, Drawable* before, Drawable* chain,
                                const BoundsTemplate<long>& bounds) {
-  Drawable* predecessor = nullptr;
-  BottomGroup* group = first_bottom_group(hint);
-  while (group != nullptr && !find_predecessor(*group, before, predecessor)) {
-    group = next_bottom_group(group);
-  }
+  if (before == nullptr || chain == nullptr) return nullptr;
+  auto* group = static_cast<BottomGroup*>(SubEntityIterator(before, before, hint).m_pGroup);
   if (group == nullptr) return nullptr;
+  Drawable* predecessor = predecessor_of(before, *group);
 
   for (Group* widened = group; widened != nullptr; widened = widened->m_pParent) {
     widened->m_bounds.widen(bounds);

@@ -5,8 +5,8 @@
 #include "displaylist/core/display_list.h"
 #include "displaylist/core/draw_form_p.h"
 #include "displaylist/core/group.h"
+#include "displaylist/core/leaf_drawing_p.h"
 #include "displaylist/core/multithread.h"
-#include "displaylist/drawables/drawable.h"
 
 namespace DL {
 
@@ -96,60 +96,34 @@ bool draw_inner(const Group& group, DisplayList& list, const Region& region) {
 
 // --- Leaves -----------------------------------------------------------------
 
-/// How the drawables of a leaf are drawn.
-struct LeafForm {
-  bool clipped;    ///< with the clipped operations
-  bool selection;  ///< with the selection operations, each under its own key
-  bool polled;     ///< polling before each drawable
-};
-
-template <LeafForm L>
-void draw_one(Drawable& drawable, DisplayList& list) {
-  if constexpr (L.selection) {
-    const LM_Handle<LM_Selector_Data> selector = list.m_rendition.selector_data();
-    if (selector) selector->set_selection_key(&drawable, 0);
-    L.clipped ? drawable.draw_clipped_selection(list) : drawable.draw_unclipped_selection(list);
-  } else {
-    L.clipped ? drawable.draw_clipped(list) : drawable.draw_unclipped(list);
-  }
-}
-
-template <LeafForm L>
-bool draw_drawables(const BottomGroup& group, DisplayList& list) {
-  for (Drawable* drawable = group.m_pFirst.drawable; drawable != nullptr;
-       drawable = drawable->m_pNext) {
-    if constexpr (L.polled) {
-      if (!goes_on<interruptible(kUnclipped)>(list)) return false;
-    }
-    Extra_Drawable_Info* info = drawable->drawable_info();
-    if (info == nullptr || info->is_drawn()) draw_one<L>(*drawable, list);
-  }
-  return true;
-}
-
 /// Hands a closed leaf to the worker threads; false when it is drawn here.
 bool hand_to_threads(const BottomGroup& group, DisplayList& list, bool clipped) {
   constexpr std::uint32_t calling_thread_only = 1;
-  return list.m_pMultithread != nullptr && (group.m_flags & calling_thread_only) == 0 &&
-         !group.is_open() && list.m_pMultithread->hand_over(group, clipped, group.m_flags);
+  return list.m_pMultithread != nullptr && list.m_pMultithread->m_pDisplayList == &list &&
+         (group.m_flags & calling_thread_only) == 0 && !group.is_open() &&
+         list.m_pMultithread->hand_over(group, clipped, group.m_flags);
 }
 
 /// Draws a leaf whose place in the region is settled, by its place in the clip.
 template <Form F, bool Clipped>
 bool draw_leaf_by_clip(const BottomGroup& group, DisplayList& list) {
-  constexpr bool polled = F.interrupt && F.bounded && F.clip == Clip::none && !F.selection;
-  constexpr LeafForm leaf{Clipped, F.selection, polled};
+  constexpr LeafForm leaf{Clipped, F.selection};
   if constexpr (F.clip != Clip::none) {
     const ClipAnswer answer = test_clip<F.clip>(list, group.m_bounds);
     if (answer == ClipAnswer::outside) return true;
     if (answer == ClipAnswer::inside) {
       const LiftedClip lifted(list.m_rendition);
-      return draw_drawables<leaf>(group, list);
+      draw_drawables<leaf>(group, list);
+      return true;
     }
   } else if constexpr (!F.selection) {
     if (hand_to_threads(group, list, Clipped)) return true;
+    if constexpr (F.interrupt && F.bounded) {
+      return draw_drawables<leaf>(group, list, [&] { return goes_on<F>(list); });
+    }
   }
-  return draw_drawables<leaf>(group, list);
+  draw_drawables<leaf>(group, list);
+  return true;
 }
 
 template <Form F>

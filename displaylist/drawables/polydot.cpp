@@ -63,8 +63,9 @@ void DLPolydot::draw_device_points(DisplayList& list, bool clip, LM_DCI_Point* d
   LM_Rendition* rendition = this->rendition(list);
   const std::int32_t weight = rendition->line_style().weight;
   if (list.m_bWideDots && weight > 1) {
+    LM_Rendition& changed = list.changeable(*rendition);
     for (std::int32_t i = kept; i-- > 0;) {
-      draw_stroke(actions.polyline_clipped, *rendition, device[i], weight);
+      draw_stroke(actions.polyline_clipped, changed, device[i], weight);
     }
     return;
   }

@@ -67,25 +67,37 @@ void read_color(Drawable& drawable, ZtFsStream& stream, DisplayList& list) {
   if (!palettize(drawable) && list.m_pfnPostRead != nullptr) list.m_pfnPostRead(&drawable);
 }
 
-/// Reads the records that follow `last` and links them after it.
-void read_record_chain(Drawable& last, ZtFsStream& stream, DisplayList& list) {
+/// The drawable for the next class tag, unfilled; null at the end marker, or
+/// where the chain is cut.
+Drawable* read_class(ZtFsStream& stream, DisplayList& list) {
+  std::uint32_t class_tag = 0;
+  if (RecordChain::was_cut(list)) return nullptr;
+  if (coding::read(stream, class_tag) && class_tag == tag::kEnd) return nullptr;
+  Drawable* drawable = list.create_drawable(class_tag);
+  RecordChain::was_cut(list) = drawable == nullptr;
+  return drawable;
+}
+
+/// Reads records one after the other, each linked where the one before says.
+void read_records(Drawable** link, ZtFsStream& stream, DisplayList& list) {
+  if (RecordChain::of(list) == nullptr) RecordChain::was_cut(list) = false;
   RecordChain chain;
   const CurrentChain current(list, chain);
-  Drawable* end = &last;
   do {
-    end->m_pNext = nullptr;
-    std::uint32_t class_tag = 0;
-    if (!coding::read(stream, class_tag) || class_tag == tag::kEnd) return;
-    Drawable* next = list.create_drawable(class_tag);
-    if (next == nullptr) return;
-    end->m_pNext = next;
-    end = next;
-    chain = {next, false};
-    next->serialize_in(&stream, list);
+    *link = read_class(stream, list);
+    if (*link == nullptr) return;
+    chain = {*link, false};
+    (*link)->serialize_in(&stream, list);
+    link = &(*link)->m_pNext;
   } while (chain.reached_base_record);
 }
 
 }  // namespace
+
+bool read_record_chain(Drawable*& first, ZtFsStream& stream, DisplayList& list) {
+  read_records(&first, stream, list);
+  return !RecordChain::was_cut(list);
+}
 
 void write_record_chain(Drawable* first, ZtFsStream& stream, DisplayList& list) {
   RecordChain chain;
@@ -104,7 +116,7 @@ void Drawable::serialize_out(ZtFsStream* stream, DisplayList& list) {
 
 void Drawable::serialize_in(ZtFsStream* stream, DisplayList& list) {
   read_color(*this, *stream, list);
-  if (!leaves_rest_to_loop(*this, list)) read_record_chain(*this, *stream, list);
+  if (!leaves_rest_to_loop(*this, list)) read_records(&m_pNext, *stream, list);
 }
 
 }  // namespace DL

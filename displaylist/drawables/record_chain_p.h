@@ -20,7 +20,14 @@ struct RecordChain {
 
   /// The innermost chain that the list is working on; null when there is none.
   static RecordChain*& of(DisplayList& list) { return list.m_pRecordChain; }
+  /// Whether a chain ended where the stream did, or at a tag that stands for
+  /// nothing. Then those that it lies in end too.
+  static bool& was_cut(DisplayList& list) { return list.m_bReadingEnded; }
 };
+
+/// Reads a chain up to its end marker into `first`. False when it was cut; what
+/// was read then is there all the same.
+bool read_record_chain(Drawable*& first, ZtFsStream& stream, DisplayList& list);
 
 /// Writes the records of `first` and its successors and the end marker.
 void write_record_chain(Drawable* first, ZtFsStream& stream, DisplayList& list);

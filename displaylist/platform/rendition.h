@@ -88,7 +88,8 @@ struct LM_Rendition_Data : LM_Counted {
 /// The rendering state that a device action is called with: a counted
 /// copy-on-write handle. A copy shares the data until one of the two is
 /// changed. One rendition is used by one thread at a time; copies in several
-/// threads do not see each other's changes.
+/// threads do not see each other's changes. Several threads may read one that
+/// none of them changes, which drawing on a device does not do either.
 ///
 /// Every setter leaves a value that is already set alone; a setter that
 /// changes one stamps the data with a fresh change serial.
@@ -145,6 +146,10 @@ class LUMEN_API LM_Rendition {
   [[nodiscard]] const LM_Contour_Set_Data* hard_complex_clip() const {
     return m_data->hard_complex_clip.get();
   }
+  /// The clip that devices draw through: the hard one or, where it is not
+  /// validated, what validating would derive. Null for none. It only reads, so
+  /// that several threads may draw with one rendition.
+  [[nodiscard]] const LM_Contour_Set_Data* device_clip() const;
 
   [[nodiscard]] LM_Handle<LM_Selector_Data> selector_data() const { return m_data->selector_data; }
   void set_selector_data(LM_Handle<LM_Selector_Data> data);
@@ -162,6 +167,12 @@ class LUMEN_API LM_Rendition {
   void set_shared_text_size(float size);
   void set_shared_text_rotation(float rotation);
   void set_shared_font(const LM_Font& font);
+
+  /// Takes over all that the other refers to, serials included, as assignment
+  /// does, but shares neither the data nor the text attributes: no change to one
+  /// handle is seen by the other, those without cloning included. Blocks that no
+  /// other handle holds are filled anew, so that repeated calls do not allocate.
+  void copy_state(const LM_Rendition& other);
 
   /// The serial of the last change of anything but the text attributes.
   [[nodiscard]] std::uint64_t change_serial() const { return m_data->change_serial; }

@@ -53,13 +53,13 @@ void DLPolyline::draw(DisplayList& list, bool clip) {
 }
 
 void DLPolyline::draw_collapsed(DisplayList& list, const LM_DCI_Point& point, bool clip) {
-  const LM_Device_Actions& actions = list.m_pRenderer->actions;
   LM_Rendition* rendition = this->rendition(list);
   const std::int32_t weight = rendition->line_style().weight;
   if (weight >= 2 && list.m_bWideDots) {
-    draw_wide_dot(actions, *rendition, point, weight);
+    draw_wide_dot(list, *rendition, point, weight);
     return;
   }
+  const LM_Device_Actions& actions = list.m_pRenderer->actions;
   const bool inside = !clip && list.m_rendition.clip_rectangle().contains(point);
   (inside ? actions.dot_unclipped : actions.dot_clipped)(rendition, &point, nullptr);
 }

@@ -16,6 +16,7 @@ namespace {
 
 /// What is the same for every segment of one draw.
 struct SegmentPen {
+  DisplayList& list;
   const LM_Device_Actions& actions;
   LM_Rendition* rendition;
   LM_Clip_Rectangle clip_rectangle;
@@ -31,7 +32,7 @@ struct SegmentPen {
   /// A segment without length. The dot is not tested against the clip rectangle.
   void draw_collapsed(const LM_DCI_Point& point) const {
     if (wide_dots && weight >= 2) {
-      draw_wide_dot(actions, *rendition, point, weight);
+      draw_wide_dot(list, *rendition, point, weight);
     } else if (weight > 2) {
       draw_disc(point);
     } else {
@@ -74,9 +75,13 @@ void DLPolysegment::draw_clipped(DisplayList& list) {
 void DLPolysegment::draw(DisplayList& list, bool clip) {
   if (count < 2) return;
   LM_Rendition* rendition = this->rendition(list);
-  const SegmentPen pen{
-      list.m_pRenderer->actions,      rendition,        list.m_rendition.clip_rectangle(),
-      rendition->line_style().weight, list.m_bWideDots, clip};
+  const SegmentPen pen{list,
+                       list.m_pRenderer->actions,
+                       rendition,
+                       list.m_rendition.clip_rectangle(),
+                       rendition->line_style().weight,
+                       list.m_bWideDots,
+                       clip};
   for (std::int32_t i = 0; i + 1 < count; i += 2) {
     const LM_DCI_Point ends[2] = {transform::with_rotation(list, points[i]),
                                   transform::with_rotation(list, points[i + 1])};

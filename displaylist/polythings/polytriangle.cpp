@@ -59,11 +59,11 @@ void DLPolytriangle::draw_clipped(DisplayList& list) {
 void DLPolytriangle::draw_outline(DisplayList& list, const LM_DCI_Point* device) {
   DeviceBuffer<1> buffer(count);
   collect_outline(device, count, buffer.points());
-  LM_Rendition* rendition = this->rendition(list);
-  const std::int32_t weight = rendition->line_style().weight;
-  rendition->set_line_weight(1);
-  list.m_pRenderer->actions.polyline_clipped(rendition, count + 1, buffer.points());
-  rendition->set_line_weight(weight);
+  LM_Rendition& changed = list.changeable(*rendition(list));
+  const std::int32_t weight = changed.line_style().weight;
+  changed.set_line_weight(1);
+  list.m_pRenderer->actions.polyline_clipped(&changed, count + 1, buffer.points());
+  changed.set_line_weight(weight);
 }
 
 bool DLPolytriangle::remove(Search& search) {

@@ -3,9 +3,8 @@
 #include <array>
 #include <cstdint>
 
+#include "displaylist/core/display_list.h"
 #include "displaylist/core/wrapping_p.h"
-#include "displaylist/platform/device_actions.h"
-#include "displaylist/platform/rendition.h"
 
 namespace DL {
 
@@ -21,13 +20,14 @@ inline std::array<LM_DCI_Point, 2> wide_dot_stroke(const LM_DCI_Point& point, st
 /// Draws a point as a horizontal stroke that covers exactly `weight` device
 /// units, with flat ends. Afterwards both ends have the style they had in
 /// common, or -1 where they differed.
-inline void draw_wide_dot(const LM_Device_Actions& actions, LM_Rendition& rendition,
-                          const LM_DCI_Point& point, std::int32_t weight) {
+inline void draw_wide_dot(DisplayList& list, LM_Rendition& rendition, const LM_DCI_Point& point,
+                          std::int32_t weight) {
   const std::array<LM_DCI_Point, 2> stroke = wide_dot_stroke(point, weight);
-  const std::int32_t ends = rendition.line_style().common_end_style();
-  rendition.set_end_styles(LM_END_FLAT);
-  actions.polyline_clipped(&rendition, 2, stroke.data());
-  rendition.set_end_styles(ends);
+  LM_Rendition& changed = list.changeable(rendition);
+  const std::int32_t ends = changed.line_style().common_end_style();
+  changed.set_end_styles(LM_END_FLAT);
+  list.m_pRenderer->actions.polyline_clipped(&changed, 2, stroke.data());
+  changed.set_end_styles(ends);
 }
 
 }  // namespace DL

@@ -6,6 +6,7 @@
 
 #include "displaylist/core/display_list.h"
 #include "displaylist/core/group.h"
+#include "displaylist/core/multithread.h"
 #include "displaylist/core/transform_p.h"
 #include "displaylist/text/drawable_display_list.h"
 
@@ -146,6 +147,8 @@ bool DrawableDisplayList::push_view(DisplayList& parent) {
 void DrawableDisplayList::pop_view(DisplayList& parent) {
   pop_transform(parent);
   if (m_pChild == nullptr) return;
+  // What the child's own threads have still to draw is drawn with this view.
+  if (!is_drained(*m_pChild)) m_pChild->m_pMultithread->WaitForAllThreads();
   m_pChild->m_pRenderer = nullptr;
   m_pChild->m_rendition = resting_rendition();
   m_pChild->m_bComplexClipSupported = false;

@@ -8,6 +8,7 @@
 #include "lumen/geometry/pixel_rectangle_p.h"
 #include "lumen/picture.h"
 #include "lumen/pixel_blend_p.h"
+#include "lumen/raster/pixel_access_p.h"
 
 namespace lumen {
 
@@ -94,8 +95,7 @@ class LayerPen {
     for (std::int32_t i = 0; i < length; ++i) {
       std::uint32_t opacity = scale_255(opacity_of({colors[i]}), cover(i));
       if (mask != nullptr) opacity = scale_255(opacity, mask[i]);
-      const std::uint32_t color = colors[i] & 0x00FFFFFF;
-      pixels[i] = opacity == 255 ? color : blend(pixels[i], color, opacity);
+      lay_on_pixel(pixels[i], colors[i] & 0x00FFFFFF, opacity);
     }
   }
 

@@ -3,20 +3,17 @@
 #include <cstddef>
 
 #include "lumen/pixel_blend_p.h"
+#include "lumen/raster/pixel_access_p.h"
 
 namespace lumen {
 namespace {
-
-void lay(std::uint32_t& pixel, std::uint32_t over, std::uint32_t opacity) {
-  const std::uint32_t color = over & 0x00FFFFFF;
-  pixel = opacity == 255 ? color : blend(pixel, color, opacity);
-}
 
 void blit_row(const std::uint32_t* from, const std::uint8_t* mask, std::ptrdiff_t length,
               std::uint32_t* to) {
   for (std::ptrdiff_t i = 0; i < length; ++i) {
     const std::uint32_t opacity = opacity_of({from[i]});
-    lay(to[i], from[i], mask == nullptr ? opacity : scale_255(opacity, mask[i]));
+    lay_on_pixel(to[i], from[i] & 0x00FFFFFF,
+                 mask == nullptr ? opacity : scale_255(opacity, mask[i]));
   }
 }
 

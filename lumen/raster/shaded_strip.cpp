@@ -7,6 +7,7 @@
 #include "lumen/pixel_blend_p.h"
 #include "lumen/raster/color_mix_p.h"
 #include "lumen/raster/convex_rows_p.h"
+#include "lumen/raster/pixel_access_p.h"
 #include "lumen/raster/texture_p.h"
 #include "lumen/raster/triangle_p.h"
 
@@ -132,7 +133,7 @@ void for_each_triangle(std::int32_t count, const LM_DCI_Point* points, const Mat
   }
 }
 
-/// Paints every pixel of its runs.
+/// Paints every pixel of its runs, in a layer or right on a picture.
 template <class Shader>
 struct TrianglePen {
   const Triangle& triangle;
@@ -142,7 +143,7 @@ struct TrianglePen {
   void solid(std::int32_t x, std::int32_t y, std::int32_t length, std::uint32_t /*cover*/) const {
     std::uint32_t* words = rows.at(x, y);
     triangle.walk(x, y, length, [&](std::int32_t i, const Weights& weights) {
-      words[i] = painted(shader(weights));
+      write_pixel(words[i], painted(shader(weights)));
     });
   }
 };

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <algorithm>
 #include <cstdint>
 
 #include "lumen/picture.h"
 #include "lumen/pixel_blend_p.h"
+#include "lumen/raster/pixel_access_p.h"
 
 namespace lumen {
 
@@ -22,13 +22,10 @@ class SpanPen {
   void solid(std::int32_t x, std::int32_t y, std::int32_t length, std::uint32_t cover) {
     std::uint32_t* pixels = m_picture.row(y) + x;
     const std::uint32_t opacity = scale_255(m_opacity, cover);
-    if (m_mask != nullptr) {
-      const std::uint8_t* mask = mask_row(x, y);
-      for (std::int32_t i = 0; i < length; ++i) put(pixels[i], scale_255(opacity, mask[i]));
-    } else if (opacity == 255) {
-      std::fill_n(pixels, length, m_color);
-    } else {
-      for (std::int32_t i = 0; i < length; ++i) pixels[i] = blend(pixels[i], m_color, opacity);
+    if (m_mask == nullptr) return lay_on_pixels(pixels, length, m_color, opacity);
+    const std::uint8_t* mask = mask_row(x, y);
+    for (std::int32_t i = 0; i < length; ++i) {
+      lay_on_pixel(pixels[i], m_color, scale_255(opacity, mask[i]));
     }
   }
 
@@ -38,14 +35,11 @@ class SpanPen {
     const std::uint8_t* mask = m_mask == nullptr ? nullptr : mask_row(x, y);
     for (std::int32_t i = 0; i < length; ++i) {
       const std::uint32_t opacity = scale_255(m_opacity, covers[i]);
-      put(pixels[i], mask == nullptr ? opacity : scale_255(opacity, mask[i]));
+      lay_on_pixel(pixels[i], m_color, mask == nullptr ? opacity : scale_255(opacity, mask[i]));
     }
   }
 
  private:
-  void put(std::uint32_t& pixel, std::uint32_t opacity) const {
-    pixel = opacity == 255 ? m_color : blend(pixel, m_color, opacity);
-  }
   [[nodiscard]] const std::uint8_t* mask_row(std::int32_t x, std::int32_t y) const {
     return m_mask + static_cast<std::ptrdiff_t>(y) * m_picture.width() + x;
   }

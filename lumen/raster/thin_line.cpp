@@ -4,6 +4,7 @@
 #include "lumen/geometry/line_run_p.h"
 #include "lumen/pixel_blend_p.h"
 #include "lumen/raster/color_mix_p.h"
+#include "lumen/raster/pixel_access_p.h"
 
 namespace lumen {
 namespace {
@@ -39,18 +40,19 @@ class Painter {
   explicit Painter(const ThinLinePen& pen)
       : m_picture(pen.picture), m_pixels(pen.picture.row(0)), m_color(pen.color.word) {}
 
-  void put(std::ptrdiff_t index) const { m_pixels[index] = m_color; }
+  void put(std::ptrdiff_t index) const { write_pixel(m_pixels[index], m_color); }
 
   void draw(const LineRun& run) const {
     if (run.x_is_major && run.error_step == 0) return draw_horizontal(run);
-    walk(run, m_picture,
-         [pixels = m_pixels, color = m_color](std::ptrdiff_t index) { pixels[index] = color; });
+    walk(run, m_picture, [pixels = m_pixels, color = m_color](std::ptrdiff_t index) {
+      write_pixel(pixels[index], color);
+    });
   }
 
  private:
   void draw_horizontal(const LineRun& run) const {
     const auto left = run.step_x > 0 ? run.x : static_cast<std::int32_t>(run.x - run.count + 1);
-    std::fill_n(m_pixels + index_of(m_picture, left, run.y), run.count, m_color);
+    fill_pixels(m_pixels + index_of(m_picture, left, run.y), run.count, m_color);
   }
 
   const Picture& m_picture;
@@ -79,7 +81,7 @@ class Blender {
     if (!m_pattern.next_is_drawn()) return;
     const std::uint32_t opacity =
         m_mask == nullptr ? m_opacity : scale_255(m_opacity, m_mask[index]);
-    m_pixels[index] = blend(m_pixels[index], m_color, opacity);
+    lay_on_pixel(m_pixels[index], m_color, opacity);
   }
 
   /// `ink` is told of every pixel before it is put.

@@ -3,7 +3,6 @@
 #include <limits>
 #include <span>
 
-#include "lumen/geometry/hard_clip_p.h"
 #include "lumen/pixel_blend_p.h"
 #include "lumen/selector/selector_p.h"
 #include "lumen/text/text_shape_p.h"
@@ -82,10 +81,11 @@ PixelRectangle Selector::inside(const LM_Rendition& rendition) const {
 
 /// Notes a hit if `test(area)` holds. The area is not empty.
 template <class Test>
-void Selector::search(LM_Rendition& rendition, const PixelRectangle& inside, const Test& test) {
+void Selector::search(const LM_Rendition& rendition, const PixelRectangle& inside,
+                      const Test& test) {
   const Hit hit = hit_of(rendition);
   if (!m_hits.empty() && m_hits.back() == hit) return;
-  const LM_Contour_Set_Data* clip = hard_clip(rendition);
+  const LM_Contour_Set_Data* clip = rendition.device_clip();
   const PixelRectangle pixels = clip == nullptr ? inside : within(inside, *clip);
   if (!pixels.is_empty() && test(TouchArea(pixels, clip))) m_hits.push_back(hit);
 }
@@ -100,7 +100,7 @@ void Selector::dot_clipped(LM_Rendition* rendition, const LM_DCI_Point* point,
          [point](const TouchArea& area) { return area.is_clear(point->x, point->y); });
 }
 
-void Selector::search_line(LM_Rendition& rendition, std::int32_t count,
+void Selector::search_line(const LM_Rendition& rendition, std::int32_t count,
                            const LM_DCI_Point* points) {
   const PixelRectangle pixels = inside(rendition);
   const LM_Line_Style style = rendition.line_style();
@@ -130,7 +130,7 @@ void Selector::polygon_clipped(LM_Rendition* rendition, std::int32_t count,
          [&](const TouchArea& area) { return m_touch_test.polygon(area, count, points); });
 }
 
-void Selector::search_strip(LM_Rendition& rendition, std::int32_t count,
+void Selector::search_strip(const LM_Rendition& rendition, std::int32_t count,
                             const LM_DCI_Point* points) {
   const PixelRectangle pixels = inside(rendition);
   if (!is_within_reach(count, points, 0, pixels)) return;
@@ -186,7 +186,7 @@ void Selector::image_clipped(LM_Rendition* rendition, const LM_DCI_Point* corner
 /// Calls `test(area)` where the whole ellipse with a line that reaches so far
 /// around it comes near.
 template <class Test>
-void Selector::search_arc(LM_Rendition& rendition, const LM_DCI_Point& center,
+void Selector::search_arc(const LM_Rendition& rendition, const LM_DCI_Point& center,
                           const LM_DCI_Point& radii, std::int64_t reach, const Test& test) {
   // Flat ones are rounded to pixels.
   const std::int64_t far = std::int64_t{std::max(radii.x, radii.y)} + reach + 1;
@@ -227,7 +227,7 @@ void Selector::elliptical_area(LM_Rendition* rendition, const LM_DCI_Point* cent
 }
 
 template <class Character>
-void Selector::draw_text(LM_Rendition& rendition, const LM_DCI_Point& start,
+void Selector::draw_text(const LM_Rendition& rendition, const LM_DCI_Point& start,
                          const Character* characters, std::int32_t count) {
   const LM_Text_Attributes& attributes = rendition.text_attributes();
   const bool is_bar = is_tiny(attributes.size);
@@ -244,8 +244,9 @@ void Selector::draw_text(LM_Rendition& rendition, const LM_DCI_Point& start,
   });
 }
 
-template void Selector::draw_text(LM_Rendition&, const LM_DCI_Point&, const wchar_t*, std::int32_t);
-template void Selector::draw_text(LM_Rendition&, const LM_DCI_Point&, const unsigned char*,
+template void Selector::draw_text(const LM_Rendition&, const LM_DCI_Point&, const wchar_t*,
+                                  std::int32_t);
+template void Selector::draw_text(const LM_Rendition&, const LM_DCI_Point&, const unsigned char*,
                                   std::int32_t);
 
 }  // namespace lumen

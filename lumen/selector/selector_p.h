@@ -22,8 +22,8 @@ class Selector {
 
   /// A text of wide or multibyte characters.
   template <class Character>
-  void draw_text(LM_Rendition& rendition, const LM_DCI_Point& start, const Character* characters,
-                 std::int32_t count);
+  void draw_text(const LM_Rendition& rendition, const LM_DCI_Point& start,
+                 const Character* characters, std::int32_t count);
 
   // The actions, called through the table.
   void dot_clipped(LM_Rendition* rendition, const LM_DCI_Point* point, const LM_RGB32* color);
@@ -91,13 +91,13 @@ class Selector {
  private:
   /// The pixels of the pick box inside the rendition's clip rectangle.
   [[nodiscard]] PixelRectangle inside(const LM_Rendition& rendition) const;
-  void search_line(LM_Rendition& rendition, std::int32_t count, const LM_DCI_Point* points);
-  void search_strip(LM_Rendition& rendition, std::int32_t count, const LM_DCI_Point* points);
+  void search_line(const LM_Rendition& rendition, std::int32_t count, const LM_DCI_Point* points);
+  void search_strip(const LM_Rendition& rendition, std::int32_t count, const LM_DCI_Point* points);
   template <class Test>
-  void search_arc(LM_Rendition& rendition, const LM_DCI_Point& center, const LM_DCI_Point& radii,
-                  std::int64_t reach, const Test& test);
+  void search_arc(const LM_Rendition& rendition, const LM_DCI_Point& center,
+                  const LM_DCI_Point& radii, std::int64_t reach, const Test& test);
   template <class Test>
-  void search(LM_Rendition& rendition, const PixelRectangle& inside, const Test& test);
+  void search(const LM_Rendition& rendition, const PixelRectangle& inside, const Test& test);
 
   PixelRectangle m_pick_box{0, 0, -1, -1};
   std::vector<Hit> m_hits;

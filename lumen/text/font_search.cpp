@@ -144,7 +144,7 @@ std::optional<std::size_t> FontSearch::substitute_with(char32_t character) {
 FaceSource FontSearch::substitute(std::size_t number) const {
   FcPattern* font = FcFontRenderPrepare(nullptr, m_pattern, m_substitutes->fonts[number]);
   if (font == nullptr) return {};
-  const FaceSource source = source_of(font);
+  FaceSource source = source_of(font);
   FcPatternDestroy(font);
   return source;
 }

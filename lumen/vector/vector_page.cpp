@@ -9,7 +9,6 @@
 #include <new>
 #include <utility>
 
-#include "lumen/geometry/hard_clip_p.h"
 #include "lumen/vector/svg_clip_rules_p.h"
 #include "lumen/vector/vector_color_p.h"
 
@@ -117,11 +116,11 @@ void VectorPage::forget() {
   m_surface = nullptr;
 }
 
-bool VectorPage::enter(LM_Rendition& rendition) {
+bool VectorPage::enter(const LM_Rendition& rendition) {
   if (m_cairo == nullptr) return false;
   const LM_Clip_Rectangle visible = common_part(m_page, rendition.clip_rectangle());
   if (is_empty(visible)) return false;
-  const LM_Contour_Set_Data* clip = hard_clip(rendition);
+  const LM_Contour_Set_Data* clip = rendition.device_clip();
   if (visible != m_visible || clip != m_clip.get()) set_clip(visible, clip);
   return true;
 }

@@ -42,7 +42,7 @@ class VectorPage {
 
   /// Limits what follows to the rendition's clips. False when nothing of it
   /// could be seen; the page is not to be drawn on then.
-  [[nodiscard]] bool enter(LM_Rendition& rendition);
+  [[nodiscard]] bool enter(const LM_Rendition& rendition);
 
   [[nodiscard]] cairo_t* cairo() const { return m_cairo; }
   [[nodiscard]] VectorFormat format() const { return m_format; }

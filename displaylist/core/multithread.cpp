@@ -1,0 +1,133 @@
+#include "displaylist/core/multithread.h"
+
+#include <sys/mman.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <system_error>
+
+#include "displaylist/core/group.h"
+#include "displaylist/core/leaf_drawing_p.h"
+
+namespace DL {
+
+namespace {
+
+std::int32_t usual_thread_count() {
+  const unsigned processors = std::thread::hardware_concurrency();
+  return processors < 2 ? 0 : static_cast<std::int32_t>(std::min(processors, 64U));
+}
+
+/// Steps above the normal priority. The system may refuse: then it stays normal.
+void raise_priority(std::int32_t index) {
+  constexpr int highest = -4;
+  constexpr int above_normal = -2;
+  static_cast<void>(setpriority(PRIO_PROCESS, 0, index == 0 ? highest : above_normal));
+}
+
+}  // namespace
+
+DisplayListMultithread::DisplayListMultithread(int threads)
+    : m_contexts{DisplayList(DisplayList::WithoutTree()), DisplayList(DisplayList::WithoutTree()),
+                 DisplayList(DisplayList::WithoutTree()), DisplayList(DisplayList::WithoutTree())} {
+  const std::int32_t wanted = threads == 0 ? usual_thread_count() : threads;
+  m_cThreads = std::clamp(wanted, 0, kMaxThreads);
+  for (std::int32_t i = 0; i < m_cThreads; ++i) {
+    // The threads that run already get nothing to draw then.
+    if (!start_thread(i)) m_cThreads = 0;
+  }
+}
+
+bool DisplayListMultithread::start_thread(std::int32_t index) {
+  m_iStarting = index;
+  try {
+    m_hThread[index] = std::thread(&DisplayListMultithread::work, this);
+  } catch (const std::system_error&) {
+    return false;
+  }
+  m_hDone[index].wait();
+  return true;
+}
+
+DisplayListMultithread::~DisplayListMultithread() {
+  WaitForAllThreads();
+  m_bStop = true;
+  for (std::int32_t i = 0; i < kMaxThreads; ++i) {
+    if (!m_hThread[i].joinable()) continue;
+    m_hGo[i].set();
+    m_hThread[i].join();
+  }
+}
+
+void DisplayListMultithread::work() {
+  const std::int32_t index = m_iStarting;
+  m_threadId[index] = static_cast<std::uint32_t>(gettid());
+  raise_priority(index);
+  m_queueCount[index] = 0;
+  m_hDone[index].set();
+  m_hGo[index].wait();
+  while (!m_bStop) {
+    draw_queue(index);
+    m_hDone[index].set();
+    m_hGo[index].wait();
+  }
+}
+
+void DisplayListMultithread::draw_queue(std::int32_t index) {
+  DisplayList& context = m_contexts[index];
+  for (std::int32_t i = 0; i < m_queueCount[index]; ++i) {
+    const BottomGroup& group = *m_queue[index][i];
+    if (m_clipped[index][i]) {
+      draw_drawables<LeafForm{true, false}>(group, context);
+    } else {
+      draw_drawables<LeafForm{false, false}>(group, context);
+    }
+  }
+  m_queueCount[index] = 0;
+}
+
+bool DisplayListMultithread::hand_over(const BottomGroup& group, bool clipped,
+                                       std::uint32_t flags) {
+  if (m_cThreads == 0) return false;
+  constexpr std::uint32_t first_worker = 2;
+  if ((flags & first_worker) != 0) m_iNext = 0;
+  const std::int32_t queue = m_iNext;
+  std::int32_t& count = m_queueCount[queue];
+  m_queue[queue][count] = &group;
+  m_clipped[queue][count] = clipped;
+  ++count;
+  if (count < kFullQueue) {
+    m_iNext = (m_iNext + 1) % m_cThreads;
+  } else {
+    release_queues();
+  }
+  return true;
+}
+
+void DisplayListMultithread::WaitForAllThreads() {
+  if (m_cThreads != 0 && !is_drained()) release_queues();
+}
+
+void DisplayListMultithread::release_queues() {
+  for (std::int32_t i = 0; i < m_cThreads; ++i) m_contexts[i].draw_for(*m_pDisplayList);
+  for (std::int32_t i = 0; i < m_cThreads; ++i) m_hGo[i].set();
+  for (std::int32_t i = 0; i < m_cThreads; ++i) m_hDone[i].wait();
+  m_iNext = 0;
+}
+
+void* DisplayListMultithread::operator new(std::size_t size) noexcept {
+  void* pages = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+  return pages == MAP_FAILED ? nullptr : pages;
+}
+
+void DisplayListMultithread::operator delete(void* memory, std::size_t size) noexcept {
+  if (memory != nullptr) munmap(memory, size);
+}
+
+bool is_drained(const DisplayList& list) {
+  return list.m_pMultithread == nullptr || list.m_pMultithread->m_pDisplayList != &list ||
+         list.m_pMultithread->is_drained();
+}
+
+}  // namespace DL
