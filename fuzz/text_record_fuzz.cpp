@@ -2,8 +2,6 @@
 // in the chain: read, used in every way, and written again.
 
 #include <cstdint>
-#include <cstdlib>
-#include <map>
 #include <memory>
 #include <sstream>
 #include <vector>
@@ -11,43 +9,15 @@
 #include "displaylist/displaylist.h"
 #include "displaylist/drawables/debug.h"
 #include "fuzz/byte_stream.h"
+#include "fuzz/palette.h"
+#include "fuzz/require.h"
 #include "lumen/recorder.h"
 
 namespace {
 
-/// Stops the program where what must hold does not.
-void require(bool holds) {
-  if (!holds) std::abort();
-}
-
-/// The client's side of the stream operations: a rendition for every index.
-struct Palette {
-  explicit Palette(DL::DisplayList& list) {
-    list.m_pfnCreateDrawable = &DL::standard_factory;
-    list.m_pfnRenditionToIndex = [](void* self, LM_Rendition* rendition) {
-      return static_cast<Palette*>(self)->indices[rendition];
-    };
-    list.m_pRenditionToIndexContext = this;
-    list.m_pfnIndexToRendition = [](void* self, int index) {
-      auto* palette = static_cast<Palette*>(self);
-      LM_Rendition* rendition = &palette->renditions[index];
-      palette->indices[rendition] = index;
-      return rendition;
-    };
-    list.m_pIndexToRenditionContext = this;
-    list.m_pfnPostRead = [](DL::Drawable* drawable) {
-      drawable->m_colorData.m_pRendition = nullptr;
-      drawable->m_colorData.m_color = LM_RGB32{};
-    };
-  }
-
-  std::map<int, LM_Rendition> renditions;
-  std::map<const LM_Rendition*, int> indices;
-};
-
 /// A list to read into, and its palette, which outlives what is read.
 struct Reader {
-  Reader() : palette(list) { list.m_pRenderer = LM_Create<LM_Renderer>(); }
+  Reader() { palette.give_to(list); }
 
   DL::DisplayList list;
   Palette palette;

@@ -1,4 +1,4 @@
-#include "lumen/new_file_p.h"
+#include "lumen/new_file.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -19,6 +19,20 @@ std::string temporary_name(const std::string& path) {
 std::string folder_of(const std::string& path) {
   const std::string folder = std::filesystem::path(path).parent_path().string();
   return folder.empty() ? "." : folder;
+}
+
+/// Makes the names in a folder outlast a power cut, where its file system can do
+/// that. The file has its name already: nothing can be undone.
+void sync_folder(const std::string& folder) {
+  const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) return;
+  fsync(descriptor);
+  ::close(descriptor);
+}
+
+/// Whether the bytes are on the disk, as far as the file system can tell.
+bool sync_file(std::FILE* file) {
+  return fsync(fileno(file)) == 0 || errno == EINVAL || errno == ENOTSUP;
 }
 
 /// The name by which a file without a name can be linked.
@@ -76,10 +90,11 @@ bool NewFile::close() {
 
 bool NewFile::put_in_place() {
   // All bytes are to be there before the file can be seen.
-  if (std::fflush(m_stream) != 0) return false;
+  if (std::fflush(m_stream) != 0 || !sync_file(m_stream)) return false;
   if (m_temporary.empty() && !give_temporary_name()) return false;
   if (!close() || std::rename(m_temporary.c_str(), m_path.c_str()) != 0) return false;
   m_temporary.clear();
+  sync_folder(folder_of(m_path));
   return true;
 }
 

@@ -1,10 +1,14 @@
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <exception>
+#include <initializer_list>
 #include <new>
 #include <string>
 
+#include "apps/dlview/convert_command.h"
+#include "apps/dlview/inspect_commands.h"
 #include "apps/dlview/render_command.h"
 #include "apps/dlview/usage.h"
 #include "lumen/fonts.h"
@@ -30,9 +34,13 @@ int run(int argc, char** argv) {
   program.set_version_flag("--version", "dlview " DLVIEW_VERSION);
   program.require_subcommand(1);
   program.footer(
-      "`dlview render --help` tells more.\n"
+      "`dlview COMMAND --help` tells more, for instance `dlview render --help`.\n"
       "Exit status: 0 done, 1 a file cannot be read, drawn or written, 2 wrong usage.");
   const dlview::RenderCommand render(program);
+  const dlview::ConvertCommand convert(program);
+  const dlview::InfoCommand info(program);
+  const dlview::DumpCommand dump(program);
+  const dlview::VerifyCommand verify(program);
   try {
     program.parse(argc, argv);
   } catch (const CLI::Success& help) {
@@ -40,7 +48,11 @@ int run(int argc, char** argv) {
   } catch (const CLI::ParseError& error) {
     return fail(dlview::usage_sentence(program, error), wrong_usage);
   }
-  const std::string problem = render.run();
+  const std::initializer_list<const dlview::Command*> commands{&render, &convert, &info, &dump,
+                                                               &verify};
+  const auto* const* chosen = std::find_if(commands.begin(), commands.end(),
+                                           [](const dlview::Command* c) { return c->is_chosen(); });
+  const std::string problem = (*chosen)->run();
   return problem.empty() ? success : fail(problem);
 }
 

@@ -66,10 +66,12 @@ PictureSize size_value(const std::string& name, const std::string& text) {
          text);
 }
 
-std::int32_t pixels_value(const std::string& name, const std::string& text) {
+std::int32_t whole_value(const std::string& name, const std::string& text, std::int32_t least,
+                         std::int32_t most) {
   const std::optional<std::int32_t> number = whole_number(text.data(), text.data() + text.size());
-  if (number && *number >= 1 && *number <= 1000) return *number;
-  refuse(name, "a whole number from 1 to 1000", text);
+  if (number && *number >= least && *number <= most) return *number;
+  refuse(name, "a whole number from " + std::to_string(least) + " to " + std::to_string(most),
+         text);
 }
 
 importers::Extent window_value(const std::string& name, const std::vector<std::string>& texts) {

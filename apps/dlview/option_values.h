@@ -23,8 +23,9 @@ PictureSize size_value(const std::string& name, const std::string& text);
 /// The most pixels of a picture, for people: "268 million".
 std::string most_pixels();
 
-/// A whole number of pixels from 1 to 1000.
-std::int32_t pixels_value(const std::string& name, const std::string& text);
+/// A whole number within the limits.
+std::int32_t whole_value(const std::string& name, const std::string& text, std::int32_t least,
+                         std::int32_t most);
 
 /// Four finite numbers.
 importers::Extent window_value(const std::string& name, const std::vector<std::string>& texts);

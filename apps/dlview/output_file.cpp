@@ -2,12 +2,12 @@
 
 #include <unistd.h>
 
+#include <algorithm>
+#include <cctype>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
 #include <system_error>
-
-#include "apps/dlview/sheet.h"
 
 namespace dlview {
 
@@ -30,12 +30,31 @@ std::string check_folder(const fs::path& folder) {
          "); name another";
 }
 
+/// "a, b or c"
+std::string alternatives(const std::vector<std::string>& words) {
+  std::string text;
+  for (const std::string& word : words) {
+    if (!text.empty()) text += &word == &words.back() ? " or " : ", ";
+    text += word;
+  }
+  return text;
+}
+
 }  // namespace
 
-std::string check_output(const std::string& path, const std::string& input) {
+std::string ending_of(const std::string& path) {
+  std::string ending = fs::path(path).extension().string();
+  std::transform(ending.begin(), ending.end(), ending.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return ending;
+}
+
+std::string check_output(const std::string& path, const std::string& input, const FileKind& kind) {
   const std::string failure = "cannot write '" + path + "': ";
-  if (!is_sheet_name(path)) {
-    return failure + "that is no format of pictures; end the name in " + sheet_endings();
+  const std::string ending = ending_of(path);
+  if (std::find(kind.endings.begin(), kind.endings.end(), ending) == kind.endings.end()) {
+    return failure + "that is no format of " + kind.name + "; end the name in " +
+           alternatives(kind.endings);
   }
   std::error_code error;
   if (fs::is_directory(path, error)) return failure + "it is a folder; name a file in it";

@@ -1,7 +1,5 @@
 #include "apps/dlview/render.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -9,36 +7,14 @@
 
 #include "apps/dlview/color.h"
 #include "apps/dlview/output_file.h"
-#include "apps/dlview/progress_line.h"
 #include "apps/dlview/sheet.h"
 #include "apps/dlview/visits.h"
-#include "importers/loader.h"
 
 namespace dlview {
 
 namespace {
 
 using importers::Drawing;
-
-std::string read(const RenderOptions& options, Drawing& drawing) {
-  ProgressLine line("reading " + options.input, isatty(STDERR_FILENO) != 0);
-  importers::ReadOptions reading;
-  reading.importer = options.importer;
-  reading.layers = options.layers;
-  reading.fill = options.fill;
-  reading.line_color = options.line_color;
-  reading.point_size = options.point_size;
-  reading.progress = [&](const importers::Progress& progress) {
-    line.show(progress);
-    return true;
-  };
-  std::string problem = importers::read_drawing(options.input, reading, drawing);
-  if (!problem.empty() || drawing.unusable_points == 0 || options.skip_unusable) return problem;
-  return "the drawing '" + options.input +
-         "' has coordinates that are not finite or beyond 1e15 (" +
-         std::to_string(drawing.unusable_points) + " of its points, the first in " +
-         drawing.first_unusable + "); repair them, or leave them out with --skip-unusable";
-}
 
 /// Paints what lies inside the clip, whose surroundings stay as they are.
 void paint_background(DL::DisplayList& list, const PictureSize& size, LM_RGB32 color) {
@@ -92,17 +68,15 @@ void tell_statistics(Drawing& drawing, const RenderOptions& options, const Regio
 }  // namespace
 
 std::string render(const RenderOptions& options) {
-  std::string problem = check_output(options.output, options.input);
+  const std::string& input = options.source.path;
+  std::string problem = check_output(options.output, input, picture_files());
   if (!problem.empty()) return problem;
   Drawing drawing;
-  problem = read(options, drawing);
+  problem = read(options.source, drawing);
   if (!problem.empty()) return problem;
-  if (!drawing.remarks.empty()) {
-    std::fprintf(stderr, "dlview: of '%s' %s.\n", options.input.c_str(), drawing.remarks.c_str());
-  }
   View view;
   problem = make_view(drawing, options.window, options.size, view);
-  if (!problem.empty()) return "the drawing '" + options.input + "' " + problem;
+  if (!problem.empty()) return "the drawing '" + input + "' " + problem;
   const std::unique_ptr<Sheet> sheet =
       make_sheet(options.output, options.size, options.antialiased);
   if (sheet == nullptr) {
@@ -110,7 +84,7 @@ std::string render(const RenderOptions& options) {
   }
   view.apply(*drawing.list);
   prepare(drawing, options, *sheet);
-  const std::int32_t reach = std::max(options.line_width, options.point_size);
+  const std::int32_t reach = std::max(options.line_width, options.source.point_size);
   Region region = visible_region(*drawing.list, reach);
   region.is_part = options.window.has_value();
   const double milliseconds = draw_picture(drawing, options, region);

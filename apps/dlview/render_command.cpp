@@ -2,6 +2,7 @@
 
 #include "apps/dlview/color.h"
 #include "apps/dlview/option_values.h"
+#include "apps/dlview/source_options.h"
 
 namespace dlview {
 
@@ -11,7 +12,7 @@ constexpr const char* footer =
     "The part of the drawing that is shown keeps its proportions: the window is widened until\n"
     "it fills the picture. Layers are drawn with areas below lines below points, coarse areas\n"
     "below fine ones; with --layer, in the order given. A .dxf is drawn in its own order, with\n"
-    "its own colours and line types.\n"
+    "its own colours and line types, and a .dlf as it was converted.\n"
     "\n"
     "Examples:\n"
     "  dlview render world.json -o world.png\n"
@@ -36,43 +37,22 @@ constexpr const char* form_help =
 }  // namespace
 
 RenderCommand::RenderCommand(CLI::App& program)
-    : m_command(program.add_subcommand("render", "Draw a drawing file into a picture file")) {
+    : Command(program, "render", "Draw a drawing file into a picture file") {
   m_command->footer(footer);
-  add_files();
+  add_source_options(*m_command, m_options.source);
+  add_output();
   add_view_options();
   add_look_options();
   m_command->add_flag("--stats", m_options.statistics, statistics_help);
 }
 
-void RenderCommand::add_files() {
-  m_command
-      ->add_option("INPUT", m_options.input,
-                   "The drawing: GeoJSON, TopoJSON, GeoPackage, Shapefile,\n"
-                   "FlatGeobuf, KML, DXF or another vector format that\nGDAL reads")
-      ->required();
-  m_command
-      ->add_option_function<std::string>(
-          "--importer",
-          [this](const std::string& text) {
-            m_options.importer = importer_value("--importer", text);
-          },
-          "Read with this importer: dxf, which has a .dxf drawn\nas it is meant to look, or ogr, "
-          "which reads it as\nplain geometry like any other format; the one that\nfits best if not "
-          "given")
-      ->type_name("NAME");
+void RenderCommand::add_output() {
   m_command
       ->add_option("-o,--output", m_options.output,
                    "The picture: a .png file of pixels, or a .pdf or .svg\n"
                    "file of lines, areas and texts; replaced if it is there")
       ->type_name("FILE")
       ->required();
-  m_command
-      ->add_option("--layer", m_options.layers, "Draw this layer only; may be given several times")
-      ->type_name("NAME")
-      ->allow_extra_args(false);
-  m_command->add_flag("--skip-unusable", m_options.skip_unusable,
-                      "Leave out points whose coordinates are not finite or\n"
-                      "beyond 1e15, instead of refusing the drawing");
 }
 
 void RenderCommand::add_view_options() {
@@ -107,38 +87,16 @@ void RenderCommand::add_view_options() {
 }
 
 void RenderCommand::add_look_options() {
-  add_color("--background", m_options.background,
+  add_color(*m_command, "--background", m_options.background,
             "Background, #RRGGBB or one of\n" + color_names() +
                 ";\nsea for maps of filled areas, paper for other\ndrawings if not given");
-  add_color("--line-color", m_options.line_color,
-            "Colour of all lines and outlines; one for each layer\nif not given");
-  add_pixels("--line-width", m_options.line_width, "Width of lines in pixels, 1 to 1000");
-  add_pixels("--point-size", m_options.point_size, "Side of point symbols in pixels, 1 to 1000");
-  m_command->add_flag_callback(
-      "--no-fill", [this] { m_options.fill = false; }, "Draw outlines of areas only");
+  add_pixels(*m_command, "--line-width", m_options.line_width,
+             "Width of lines in pixels, 1 to 1000");
+  add_source_look_options(*m_command, m_options.source);
   m_command->add_flag_callback(
       "--aliased", [this] { m_options.antialiased = false; },
       "Draw with hard edges, which is faster; smooth ones\nif not given; of no effect in a .pdf or "
       ".svg");
-}
-
-void RenderCommand::add_color(const std::string& name, std::optional<LM_RGB32>& color,
-                              const std::string& description) {
-  m_command
-      ->add_option_function<std::string>(
-          name, [name, &color](const std::string& text) { color = color_value(name, text); },
-          description)
-      ->type_name("COLOR");
-}
-
-void RenderCommand::add_pixels(const std::string& name, std::int32_t& pixels,
-                               const std::string& description) {
-  m_command
-      ->add_option_function<std::string>(
-          name, [name, &pixels](const std::string& text) { pixels = pixels_value(name, text); },
-          description)
-      ->type_name("PIXELS")
-      ->default_str(std::to_string(pixels));
 }
 
 }  // namespace dlview

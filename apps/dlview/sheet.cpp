@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
-#include <filesystem>
 #include <string_view>
 
 #include "apps/dlview/color.h"
@@ -73,14 +71,8 @@ constexpr std::array<Format, 3> formats{{{".png", &make_png},
                                          {".pdf", &make_vector<lumen::VectorFormat::pdf>},
                                          {".svg", &make_vector<lumen::VectorFormat::svg>}}};
 
-std::string lower_case(std::string text) {
-  std::transform(text.begin(), text.end(), text.begin(),
-                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-  return text;
-}
-
 const Format* format_of(const std::string& path) {
-  const std::string ending = lower_case(std::filesystem::path(path).extension().string());
+  const std::string ending = ending_of(path);
   const auto* format = std::find_if(formats.begin(), formats.end(),
                                     [&](const Format& f) { return f.ending == ending; });
   return format == formats.end() ? nullptr : format;
@@ -93,17 +85,10 @@ std::string Sheet::write() {
   return problem.empty() ? problem : problem + "; choose another name or folder";
 }
 
-bool is_sheet_name(const std::string& path) {
-  return format_of(path) != nullptr;
-}
-
-std::string sheet_endings() {
-  std::string endings;
-  for (const Format& format : formats) {
-    if (!endings.empty()) endings += &format == &formats.back() ? " or " : ", ";
-    endings += format.ending;
-  }
-  return endings;
+FileKind picture_files() {
+  FileKind kind{"pictures", {}};
+  for (const Format& format : formats) kind.endings.emplace_back(format.ending);
+  return kind;
 }
 
 std::unique_ptr<Sheet> make_sheet(const std::string& path, const PictureSize& size,

@@ -3,6 +3,7 @@
 #include <memory>
 #include <string>
 
+#include "apps/dlview/output_file.h"
 #include "apps/dlview/view.h"
 #include "displaylist/platform/renderer.h"
 
@@ -28,11 +29,8 @@ class Sheet {
   [[nodiscard]] virtual std::string write_file() = 0;
 };
 
-/// Whether the ending of the name tells a format of sheets.
-[[nodiscard]] bool is_sheet_name(const std::string& path);
-
-/// What names of sheets end in, for people.
-[[nodiscard]] std::string sheet_endings();
+/// The files that sheets become.
+[[nodiscard]] FileKind picture_files();
 
 /// An empty sheet of this size, in pixels or units of 1/96 inch, in the format
 /// that the name's ending tells, which is one. Null when it cannot be held.

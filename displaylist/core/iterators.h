@@ -9,12 +9,12 @@
 // Iterators over the drawables of a display list:
 //
 //     DL::DisplayListIterator at(&list);
-//     for (DL::Drawable* d = at.m_pCurrent; d != nullptr; d = at.next()) ...
+//     for (DL::Drawable* d = at.current(); d != nullptr; d = at.next()) ...
 //
-// The first drawable is current after construction, or the iterator's inert
-// sentinel, which draws nothing and matches nothing, where the first group is
-// empty. Bounds are logical and inclusive. An iterator owns nothing: adding or
-// removing drawables or groups ends its use, and the list outlives it.
+// The first drawable is current after construction: m_pCurrent. Where the first
+// group is empty that is the iterator's inert sentinel, which draws nothing and
+// matches nothing; current() moves on from it. Bounds are logical and inclusive. An iterator owns
+// nothing: adding or removing drawables or groups ends its use, and the list outlives it.
 
 namespace DL {
 
@@ -47,6 +47,8 @@ class DISPLAYLIST_API DisplayListIterator {
   /// Null.
   virtual Drawable* reserved_step();
 
+  /// The current drawable of the list; null at the end.
+  Drawable* current() { return m_pCurrent == &m_sentinel ? next() : m_pCurrent; }
   /// Whether the current drawable is one of the list's.
   [[nodiscard]] bool is_at_drawable() const {
     return m_pCurrent != nullptr && m_pCurrent != &m_sentinel;

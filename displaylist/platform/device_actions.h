@@ -125,7 +125,8 @@ using LM_Area_Action = LM_Device_Action<const LM_DCI_Point*, const LM_DCI_Point*
 /// What a renderer does with device geometry. Points are read only during the
 /// call. The unclipped actions are given points inside the rendition's clip
 /// rectangle; the clipped ones any. With worker threads several actions run at
-/// once, each for another group of drawables and with another rendition.
+/// once, each for another group of drawables, and several of them may be given
+/// one rendition: a renderer for worker threads reads it only.
 struct LM_Device_Actions {
 #define LM_DECLARE_ACTION(name, type) type name;
   LM_DEVICE_ACTIONS(LM_DECLARE_ACTION)

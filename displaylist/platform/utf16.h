@@ -5,6 +5,11 @@
 /// Code units of UTF-16 and the pairs of them that make a character.
 namespace LM_Utf16 {
 
+/// The number of a wide character, whose type may be a signed one.
+[[nodiscard]] constexpr std::uint32_t value_of(wchar_t character) {
+  return static_cast<std::uint32_t>(character);
+}
+
 [[nodiscard]] constexpr bool is_high_surrogate(std::uint32_t unit) {
   return unit >= 0xD800 && unit < 0xDC00;
 }

@@ -6,6 +6,7 @@
 #include "displaylist/core/coding_p.h"
 #include "displaylist/platform/memory.h"
 #include "displaylist/platform/multibyte.h"
+#include "displaylist/platform/utf16.h"
 
 namespace DL {
 
@@ -187,7 +188,7 @@ wchar_t EncodedText::multiByteCharacter(std::int32_t position) const {
 }
 
 void EncodedText::getMultiByteCharacter(std::int32_t position, char* out) const {
-  const auto character = static_cast<std::uint32_t>(multiByteCharacter(position));
+  const std::uint32_t character = LM_Utf16::value_of(multiByteCharacter(position));
   // Asked of 0 or 1, which start no double-byte character of any usual
   // encoding: readers of this string count on its low byte alone.
   const std::uint32_t high = (character & 0xFF00U) != 0 ? 1 : 0;

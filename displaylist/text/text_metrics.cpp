@@ -28,7 +28,8 @@ Point operator*(const Point& p, double factor) {
 
 void measure(LM_Renderer& renderer, LM_Rendition& rendition, const LM_DCI_Point& start,
              const EncodedText& text, LM_Point corners[4], float* widths) {
-  LM_Text_Extent extent{widths};
+  LM_Text_Extent extent;
+  extent.widths = widths;
   const bool with_widths = widths != nullptr;
   if (text.isUnicode()) {
     renderer.text_extent(&rendition, start, text.unicodeString(), text.length(), corners,
@@ -43,9 +44,10 @@ void measure(LM_Renderer& renderer, LM_Rendition& rendition, const LM_DCI_Point&
 std::uint32_t character_at(const EncodedText& text, std::int32_t index) {
   using LM_Utf16::is_high_surrogate;
   using LM_Utf16::is_low_surrogate;
-  if (!text.isUnicode()) return static_cast<std::uint32_t>(text.multiByteCharacter(index));
+  using LM_Utf16::value_of;
+  if (!text.isUnicode()) return value_of(text.multiByteCharacter(index));
   const auto unit = [&text](std::int32_t i) {
-    return i >= 0 && i < text.length() ? static_cast<std::uint32_t>(text.unicodeCharacter(i)) : 0;
+    return i >= 0 && i < text.length() ? value_of(text.unicodeCharacter(i)) : 0;
   };
   const std::uint32_t value = unit(index);
   if (is_high_surrogate(value) && is_low_surrogate(unit(index + 1))) {

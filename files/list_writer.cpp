@@ -1,0 +1,128 @@
+#include "files/list_writer_p.h"
+
+#include "displaylist/text/drawable_display_list.h"
+#include "files/coding_p.h"
+#include "files/layout_p.h"
+#include "files/registry_p.h"
+#include "files/rendition_record_p.h"
+#include "files/settings_p.h"
+#include "files/tree_walk_p.h"
+
+namespace files {
+namespace {
+
+/// The first as it is, each other as the difference to the one before.
+void put_ascending(ZtFsStream& stream, const std::vector<std::uint64_t>& numbers) {
+  coding::put<std::uint64_t>(stream, numbers.size());
+  std::uint64_t previous = 0;
+  for (const std::uint64_t number : numbers) {
+    coding::put(stream, number - previous);
+    previous = number;
+  }
+}
+
+std::uint32_t switches_of(const DL::DisplayList& list) {
+  std::uint32_t bits = 0;
+  if (list.m_bCheckOverflow) bits |= settings::kCheckOverflow;
+  if (list.m_bWideDots) bits |= settings::kWideDots;
+  if (list.m_bGrayscale) bits |= settings::kGrayscale;
+  if (list.m_bAlternateScale) bits |= settings::kAlternateScale;
+  return bits;
+}
+
+}  // namespace
+
+ListWriter::~ListWriter() {
+  for (const auto& [drawable, table] : m_changed) {
+    DL::class_change::set_operation_table(drawable, table);
+  }
+  for (const Prepared& prepared : m_prepared) {
+    prepared.list->m_pfnRenditionToIndex = prepared.rendition_to_index;
+    prepared.list->m_pRenditionToIndexContext = prepared.index_context;
+  }
+}
+
+std::string ListWriter::prepare(DL::DisplayList& list) {
+  visit(list, 1);
+  if (m_too_deep) {
+    return "lists are nested in each other more than " + std::to_string(layout::kDeepestNesting) +
+           " deep; draw some of them in one list";
+  }
+  if (m_unstored == 0) return {};
+  return std::to_string(m_unstored) + (m_unstored == 1 ? " drawable is" : " drawables are") +
+         " of a class that writes no record; remove them, or give their class serialize_out and "
+         "serialize_in";
+}
+
+void ListWriter::visit(DL::DisplayList& list, std::uint32_t depth) {
+  const auto [place, is_new] = m_visits.try_emplace(&list, Visit::open);
+  if (!is_new && place->second == Visit::done) return;
+  if (!is_new || depth > layout::kDeepestNesting) {
+    m_too_deep = true;  // a list inside itself is endlessly deep
+    return;
+  }
+  for_each_drawable(list, [this, depth](DL::Drawable& drawable) {
+    if (drawable.type() != DL::DrawableDisplayList::my_type() || m_too_deep) return;
+    DL::DisplayList* child = static_cast<DL::DrawableDisplayList&>(drawable).display_list();
+    if (child != nullptr) visit(*child, depth + 1);
+  });
+  if (m_too_deep) return;
+  m_visits[&list] = Visit::done;
+  Prepared& prepared = m_prepared.emplace_back();
+  prepared.list = &list;
+  prepared.rendition_to_index = list.m_pfnRenditionToIndex;
+  prepared.index_context = list.m_pRenditionToIndexContext;
+  m_writing.add_list(list);
+  list.m_pfnRenditionToIndex = &Writing::rendition_to_index;
+  list.m_pRenditionToIndexContext = &m_writing;
+  prepare_tree(prepared);
+}
+
+void ListWriter::prepare_tree(Prepared& prepared) {
+  for_each_group(*prepared.list, [&prepared](const DL::Group& group) {
+    if (group.is_hidden()) prepared.hidden_groups.push_back(prepared.groups);
+    ++prepared.groups;
+  });
+  for_each_drawable(*prepared.list, [this, &prepared](DL::Drawable& drawable) {
+    prepare_drawable(prepared, drawable);
+  });
+}
+
+void ListWriter::prepare_drawable(Prepared& prepared, DL::Drawable& drawable) {
+  if (drawable.is_hidden()) prepared.hidden_drawables.push_back(prepared.drawables);
+  ++prepared.drawables;
+  const Manner manner = manner_of(drawable, *prepared.list);
+  if (manner.way == Way::nothing) ++m_unstored;
+  if (manner.way == Way::form) change(drawable, manner.form);
+}
+
+void ListWriter::change(DL::Drawable& drawable, DL::class_change::OperationTable form) {
+  m_changed.emplace_back(&drawable, table_of(drawable));
+  DL::class_change::set_operation_table(&drawable, form);
+}
+
+void ListWriter::write_settings(const Prepared& prepared, ZtFsStream& stream) {
+  const DL::DisplayList& list = *prepared.list;
+  coding::put(stream, list.m_logicalBounds);
+  coding::put(stream, list.m_yAspect);
+  coding::put(stream, switches_of(list));
+  coding::put(stream, list.m_cMaxOpenDrawables);
+  coding::put(stream, list.m_cMaxLevel);
+  coding::put(stream, list.m_openBounds);
+  put_rendition(stream, list.m_rendition, m_writing);
+  coding::put(stream, prepared.groups);
+  coding::put(stream, prepared.drawables);
+}
+
+void ListWriter::write(ZtFsStream& stream) {
+  coding::put<std::uint64_t>(stream, m_prepared.size());
+  for (const Prepared& prepared : m_prepared) {
+    write_settings(prepared, stream);
+    prepared.list->serialize_out(&stream, &Writing::rendition_to_index, &m_writing);
+    coding::put(stream, layout::kListEnd);
+    put_ascending(stream, prepared.hidden_drawables);
+    put_ascending(stream, prepared.hidden_groups);
+  }
+}
+
+}  // namespace files

@@ -1,0 +1,245 @@
+#include "files/records_p.h"
+
+#include <algorithm>
+#include <new>
+
+#include "displaylist/platform/multibyte.h"
+#include "files/coding_p.h"
+#include "files/layout_p.h"
+
+namespace files {
+
+// --- Dots, ellipses, images ---------------------------------------------------
+
+void Record<DL::DLColorizedDot>::write(const DL::DLColorizedDot& dot, ZtFsStream& stream,
+                                       Writing&) {
+  coding::put(stream, dot.m_color.word);
+}
+
+bool Record<DL::DLColorizedDot>::read(DL::DLColorizedDot& dot, Reading& reading) {
+  return coding::get(reading.reader, dot.m_color.word);
+}
+
+void Record<DL::DLColorizedEllipse>::write(const DL::DLColorizedEllipse& ellipse,
+                                           ZtFsStream& stream, Writing&) {
+  coding::put(stream, ellipse.fill_color.word);
+  coding::put<std::uint32_t>(stream, ellipse.use_arc ? 1 : 0);
+}
+
+bool Record<DL::DLColorizedEllipse>::read(DL::DLColorizedEllipse& ellipse, Reading& reading) {
+  std::uint32_t use_arc = 0;
+  if (!coding::get(reading.reader, ellipse.fill_color.word) ||
+      !coding::get(reading.reader, use_arc)) {
+    return false;
+  }
+  ellipse.use_arc = use_arc != 0;
+  return true;
+}
+
+void Record<DL::DLRowOfDots>::write(const DL::DLRowOfDots& row, ZtFsStream& stream, Writing&) {
+  coding::put(stream, row.origin);
+  coding::put(stream, row.step);
+  coding::put(stream, row.dot_count);
+}
+
+bool Record<DL::DLRowOfDots>::read(DL::DLRowOfDots& row, Reading& reading) {
+  return coding::get(reading.reader, row.origin) && coding::get(reading.reader, row.step) &&
+         coding::get(reading.reader, row.dot_count);
+}
+
+void Record<DL::DLImage>::write(const DL::DLImage& drawable, ZtFsStream& stream, Writing& writing) {
+  coding::put(stream, drawable.m_rect);
+  coding::put(stream, writing.image_number(drawable.image()));
+}
+
+bool Record<DL::DLImage>::read(DL::DLImage& drawable, Reading& reading) {
+  std::uint32_t number = layout::kNone;
+  if (!coding::get(reading.reader, drawable.m_rect) || !coding::get(reading.reader, number)) {
+    return false;
+  }
+  if (number == layout::kNone) return true;
+  if (number >= reading.images.size()) return false;
+  drawable.m_pImageRef =
+      static_cast<LM_Image**>(LD_AllocateMemory(sizeof(LM_Image*), &reading.heap));
+  if (drawable.m_pImageRef == nullptr) return false;
+  *drawable.m_pImageRef = reading.images[number].get();
+  (*drawable.m_pImageRef)->add_reference();
+  return true;
+}
+
+// --- Arrays at vertices -------------------------------------------------------
+
+namespace {
+
+template <class T>
+void put_array(ZtFsStream& stream, const T* array, std::int32_t count) {
+  for (std::int32_t i = 0; i < count; ++i) stream.write(&array[i], sizeof(T));
+}
+
+template <class T>
+bool get_array(PayloadReader& reader, T* array, std::int32_t count) {
+  if (array == nullptr) reader.fail_of_memory();
+  return array != nullptr && reader.get_bytes(array, static_cast<std::size_t>(count) * sizeof(T));
+}
+
+bool get_colors(Reading& reading, std::int32_t count, LM_RGB32*& colors) {
+  if (!reading.reader.expect_room_for(static_cast<std::uint32_t>(count), sizeof(LM_RGB32))) {
+    return false;
+  }
+  const std::size_t bytes = static_cast<std::size_t>(std::max(count, 1)) * sizeof(LM_RGB32);
+  colors = static_cast<LM_RGB32*>(LD_AllocateMemory(bytes, &reading.heap));
+  return get_array(reading.reader, colors, count);
+}
+
+/// For the arrays that textured strips give back with delete[].
+template <class T>
+bool get_general_array(PayloadReader& reader, std::int32_t count, T*& array) {
+  if (!reader.expect_room_for(static_cast<std::uint32_t>(count), sizeof(T))) return false;
+  array = new (std::nothrow) T[static_cast<std::size_t>(count)];
+  return get_array(reader, array, count);
+}
+
+/// Which arrays a textured strip has beside its colours.
+enum Parts : std::uint32_t { kTriples = 1, kValues = 2, kSecondTriples = 4 };
+
+}  // namespace
+
+void VertexRecord::write_count(const DL::Polything& points, ZtFsStream& stream) {
+  m_count = std::max(points.count, 0);
+  coding::put(stream, m_count);
+}
+
+bool VertexRecord::read_count(Reading& reading) {
+  return coding::get(reading.reader, m_count) && m_count >= 0;
+}
+
+void VertexRecord::complete(const DL::Polything& points, Reading& reading) const {
+  if (std::max(points.count, 0) != m_count) reading.reader.fail_of_damage();
+}
+
+void Record<DL::DLGouraudPolyline>::write(const DL::DLGouraudPolyline& line, ZtFsStream& stream,
+                                          Writing&) {
+  write_count(line, stream);
+  put_array(stream, line.colors, m_count);
+}
+
+bool Record<DL::DLGouraudPolyline>::read(DL::DLGouraudPolyline& line, Reading& reading) {
+  return read_count(reading) && get_colors(reading, m_count, line.colors);
+}
+
+void Record<DL::DLGouraudPolytriangle>::write(const DL::DLGouraudPolytriangle& strip,
+                                              ZtFsStream& stream, Writing&) {
+  write_count(strip, stream);
+  put_array(stream, strip.colors, m_count);
+}
+
+bool Record<DL::DLGouraudPolytriangle>::read(DL::DLGouraudPolytriangle& strip, Reading& reading) {
+  return read_count(reading) && get_colors(reading, m_count, strip.colors);
+}
+
+void Record<DL::DLTexturedPolytriangle>::write(const DL::DLTexturedPolytriangle& strip,
+                                               ZtFsStream& stream, Writing&) {
+  std::uint32_t parts = 0;
+  if (strip.vertex_triples != nullptr) parts |= kTriples;
+  if (strip.vertex_values != nullptr) parts |= kValues;
+  if (strip.vertex_triples_2 != nullptr) parts |= kSecondTriples;
+  write_count(strip, stream);
+  coding::put(stream, parts);
+  put_array(stream, strip.colors, m_count);
+  if ((parts & kTriples) != 0) put_array(stream, strip.vertex_triples, m_count);
+  if ((parts & kValues) != 0) put_array(stream, strip.vertex_values, m_count);
+  if ((parts & kSecondTriples) != 0) put_array(stream, strip.vertex_triples_2, m_count);
+}
+
+bool Record<DL::DLTexturedPolytriangle>::read(DL::DLTexturedPolytriangle& strip, Reading& reading) {
+  std::uint32_t parts = 0;
+  PayloadReader& reader = reading.reader;
+  return read_count(reading) && coding::get(reader, parts) &&
+         get_colors(reading, m_count, strip.colors) &&
+         ((parts & kTriples) == 0 || get_general_array(reader, m_count, strip.vertex_triples)) &&
+         ((parts & kValues) == 0 || get_general_array(reader, m_count, strip.vertex_values)) &&
+         ((parts & kSecondTriples) == 0 ||
+          get_general_array(reader, m_count, strip.vertex_triples_2));
+}
+
+// --- Texts ----------------------------------------------------------------------
+
+namespace {
+
+/// The bytes of a multibyte string of which the text's record holds only as
+/// many as it has characters; none where that is all of them.
+std::string cut_bytes(const DL::EncodedText* text) {
+  if (text == nullptr || text->isUnicode() || text->multiByteString() == nullptr) return {};
+  const unsigned char* bytes = text->multiByteString();
+  const std::size_t size = LM_Multibyte::byte_count(bytes, text->length());
+  if (size <= static_cast<std::size_t>(std::max(text->length(), 0))) return {};
+  return {reinterpret_cast<const char*>(bytes), size};
+}
+
+/// Whether there was memory for all of the text.
+bool is_whole(DL::DLText& text) {
+  return text.text() != nullptr && text.get_font() != nullptr &&
+         (text.text()->length() < 1 || text.text()->unicodeString() != nullptr);
+}
+
+}  // namespace
+
+void Record<DL::DLText>::write(DL::DLText& text, ZtFsStream& stream, Writing& writing) {
+  const std::string bytes = cut_bytes(text.text());
+  coding::put(stream, writing.font_number(text.get_font()));
+  coding::put(stream, static_cast<std::uint64_t>(bytes.size()));
+  for (const char byte : bytes) coding::put(stream, byte);
+}
+
+bool Record<DL::DLText>::read(DL::DLText&, Reading& reading) {
+  std::uint32_t number = layout::kNone;
+  if (!coding::get(reading.reader, number)) return false;
+  if (number != layout::kNone) {
+    if (number >= reading.fonts.size()) return false;
+    m_font = reading.fonts[number];
+  }
+  return reading.reader.get_text(m_bytes);
+}
+
+void Record<DL::DLText>::complete(DL::DLText& text, Reading& reading) {
+  if (reading.reader.has_failed()) return;
+  if (!m_bytes.empty() && text.text() != nullptr) {
+    text.set_text_string(m_bytes.c_str(), text.text()->length(), false);
+  }
+  if (!is_whole(text)) return reading.reader.fail_of_memory();
+  *text.get_font() = m_font;
+}
+
+// --- Nested lists -----------------------------------------------------------------
+
+void Record<DL::DrawableDisplayList>::write(DL::DrawableDisplayList& nested, ZtFsStream& stream,
+                                            Writing& writing) {
+  coding::put(stream, writing.list_number(nested.display_list()));
+  coding::put<std::uint32_t>(stream, nested.m_colorData.m_pRendition == nullptr ? 0 : 1);
+  coding::put(stream, nested.bounds());
+  coding::put(stream, nested.scale());
+  coding::put(stream, nested.offset());
+}
+
+bool Record<DL::DrawableDisplayList>::read(DL::DrawableDisplayList& nested, Reading& reading) {
+  std::uint32_t number = layout::kNone;
+  DL::BoundsTemplate<long> bounds;
+  DL::PointTemplate<double> scale{};
+  DL::PointTemplate<double> offset{};
+  if (!coding::get(reading.reader, number) || !coding::get(reading.reader, m_has_rendition) ||
+      !coding::get(reading.reader, bounds) || !coding::get(reading.reader, scale) ||
+      !coding::get(reading.reader, offset)) {
+    return false;
+  }
+  nested.set_scale(scale);
+  nested.set_offset(offset);
+  reading.nest(nested, number, bounds);
+  return true;
+}
+
+void Record<DL::DrawableDisplayList>::complete(DL::DrawableDisplayList& nested, Reading& reading) {
+  LM_Rendition*& rendition = nested.m_colorData.m_pRendition;
+  if (m_has_rendition == 0 || !reading.is_in_palette(rendition)) rendition = nullptr;
+}
+
+}  // namespace files

@@ -1,0 +1,44 @@
+// Files that keep a display list.
+
+#include <string_view>
+#include <utility>
+
+#include "files/drawing_file.h"
+#include "importers/drawing_file.h"
+#include "importers/importer.h"
+
+namespace importers::dlf {
+
+namespace {
+
+class DlfImporter final : public Importer {
+ public:
+  [[nodiscard]] const char* name() const override { return "dlf"; }
+  [[nodiscard]] const char* description() const override {
+    return "display lists as `dlview convert` writes them";
+  }
+  [[nodiscard]] Match can_read(const std::string& path) const override {
+    return files::is_drawing_file(path) || path.ends_with(".dlf") ? Match::exact : Match::none;
+  }
+  [[nodiscard]] std::string read(const std::string& path, const ReadOptions& options,
+                                 Drawing& drawing) const override;
+};
+
+std::string DlfImporter::read(const std::string& path, const ReadOptions& options,
+                              Drawing& drawing) const {
+  if (!options.layers.empty()) {
+    return "cannot read '" + path +
+           "': a .dlf keeps its layers in one picture; convert the layers wanted alone";
+  }
+  files::Contents contents;
+  std::string problem = files::read_file(path, {}, contents);
+  if (!problem.empty()) return problem;
+  problem = take_over(std::move(contents), drawing);
+  return problem.empty() ? problem : "the drawing '" + path + "' " + problem;
+}
+
+}  // namespace
+
+}  // namespace importers::dlf
+
+DISPLAYLIST_IMPORTER_MODULE(importers::dlf::DlfImporter)
