@@ -6,8 +6,8 @@ set(PACKAGE_DIR ${CMAKE_INSTALL_LIBDIR}/cmake/displaylist)
 # relative to itself.
 file(RELATIVE_PATH LIBDIR_FROM_BINDIR
   ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
-set_target_properties(displaylist lumen PROPERTIES INSTALL_RPATH "$ORIGIN")
-install(TARGETS displaylist lumen EXPORT displaylistTargets)
+set_target_properties(displaylist displaylist_files lumen PROPERTIES INSTALL_RPATH "$ORIGIN")
+install(TARGETS displaylist displaylist_files lumen EXPORT displaylistTargets)
 if(TARGET dlview)
   set_target_properties(dlview PROPERTIES INSTALL_RPATH "$ORIGIN/${LIBDIR_FROM_BINDIR}")
   install(TARGETS dlview)
@@ -19,6 +19,9 @@ install(DIRECTORY displaylist DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
 file(GLOB LUMEN_HEADERS CONFIGURE_DEPENDS lumen/*.h)
 list(FILTER LUMEN_HEADERS EXCLUDE REGEX "_p\\.h$")
 install(FILES ${LUMEN_HEADERS} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/lumen)
+file(GLOB FILES_HEADERS CONFIGURE_DEPENDS files/*.h)
+list(FILTER FILES_HEADERS EXCLUDE REGEX "_p\\.h$")
+install(FILES ${FILES_HEADERS} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/files)
 install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
 install(EXPORT displaylistTargets NAMESPACE displaylist:: DESTINATION ${PACKAGE_DIR})
@@ -30,7 +33,7 @@ install(FILES cmake/package/displaylistConfig.cmake
 set(PKGCONFIG_DIR ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH PREFIX_FROM_PKGCONFIG_DIR
   ${CMAKE_INSTALL_PREFIX}/${PKGCONFIG_DIR} ${CMAKE_INSTALL_PREFIX})
-foreach(LIBRARY IN ITEMS displaylist lumen)
+foreach(LIBRARY IN ITEMS displaylist displaylist-files lumen)
   configure_file(cmake/package/${LIBRARY}.pc.in ${CMAKE_BINARY_DIR}/${LIBRARY}.pc @ONLY)
   install(FILES ${CMAKE_BINARY_DIR}/${LIBRARY}.pc DESTINATION ${PKGCONFIG_DIR})
 endforeach()

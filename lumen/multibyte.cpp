@@ -36,7 +36,7 @@ Character first_character(const unsigned char* text) {
   std::mbstate_t state{};
   // No more than there is, so that nobody looks past the end.
   const std::size_t length = std::mbrtowc(&code_point, bytes, strnlen(bytes, MB_CUR_MAX), &state);
-  const auto value = static_cast<std::uint32_t>(code_point);
+  const std::uint32_t value = LM_Utf16::value_of(code_point);
   if (length > MB_LEN_MAX || value >= kPastCharacters || LM_Utf16::is_high_surrogate(value) ||
       LM_Utf16::is_low_surrogate(value)) {
     return {1, 0, false};
@@ -46,11 +46,11 @@ Character first_character(const unsigned char* text) {
 
 /// The character at the start of a wide string, if it is one.
 std::optional<wchar_t> first_character(const wchar_t* text, std::size_t count) {
-  const auto unit = static_cast<std::uint32_t>(text[0]);
+  const std::uint32_t unit = LM_Utf16::value_of(text[0]);
   if (unit >= kPastUnits || LM_Utf16::is_low_surrogate(unit)) return std::nullopt;
   if (!LM_Utf16::is_high_surrogate(unit)) return text[0];
   if (unit_count(text, count) < 2) return std::nullopt;
-  const std::uint32_t low = static_cast<std::uint32_t>(text[1]) - 0xDC00;
+  const std::uint32_t low = LM_Utf16::value_of(text[1]) - 0xDC00;
   return static_cast<wchar_t>(kPastUnits + ((unit - 0xD800) << 10) + low);
 }
 
@@ -150,9 +150,8 @@ std::size_t from_wide(unsigned char* out, std::size_t size, const wchar_t* text,
 }
 
 std::size_t unit_count(const wchar_t* text, std::size_t count) {
-  const bool is_pair = count > 1 &&
-                       LM_Utf16::is_high_surrogate(static_cast<std::uint32_t>(text[0])) &&
-                       LM_Utf16::is_low_surrogate(static_cast<std::uint32_t>(text[1]));
+  const bool is_pair = count > 1 && LM_Utf16::is_high_surrogate(LM_Utf16::value_of(text[0])) &&
+                       LM_Utf16::is_low_surrogate(LM_Utf16::value_of(text[1]));
   return is_pair ? 2 : 1;
 }
 

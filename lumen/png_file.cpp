@@ -10,7 +10,7 @@
 #include <cstring>
 #include <vector>
 
-#include "lumen/new_file_p.h"
+#include "lumen/new_file.h"
 
 namespace lumen {
 namespace {

@@ -21,9 +21,10 @@ namespace lumen {
 /// face; see set_missing_font_handler. Where the system has no font at all, text
 /// is not drawn and takes no room.
 ///
-/// Any thread may ask, each with another rendition. Opened fonts stay until the
-/// process ends. A thread keeps the texts that it set last, in some 6 MB, and
-/// the eight fonts that it used last.
+/// Any thread may ask, each with another rendition or with one that nobody
+/// changes meanwhile. Opened fonts stay until the process ends. A thread keeps
+/// the texts that it set last, in some 6 MB, and the eight fonts that it used
+/// last.
 class LUMEN_API TextRenderer : public LM_Renderer {
  public:
   /// Opens the font's face. Gives the same handle.

@@ -98,12 +98,14 @@ void Gallery::add_name(std::size_t number) {
 
 void Gallery::add_text(const Cell& cell, const TextStyle& style, std::wstring_view text) {
   if (cell.variant == Variant::palettized) {
-    m_specimens.add(new_text(m_palette[cell.number % kColors.size()], style, text, m_specimens));
+    DL::Drawable* drawable =
+        new_text(m_palette[cell.number % kColors.size()], style, text, m_specimens);
+    m_specimens.add(drawable, add_flags(*drawable));
     return;
   }
   DL::Drawable* drawable = new_text(cell.color(), style, text, m_specimens);
   if (cell.variant == Variant::hidden) drawable->hide();
-  m_specimens.add(drawable);
+  m_specimens.add(drawable, add_flags(*drawable));
 }
 
 void Gallery::add_texts(const Cell& cell) {
@@ -125,7 +127,7 @@ void Gallery::add_nested_list(const Cell& cell) {
     nested->set_scale(scales[i]);
     nested->set_offset({1.0 * places[i].x, 1.0 * places[i].y});
     if (cell.variant == Variant::hidden) nested->hide();
-    m_specimens.add(nested);
+    m_specimens.add(nested, add_flags(*nested));
   }
 }
 

@@ -2,6 +2,12 @@
 
 namespace scenes {
 
+unsigned long add_flags(const DL::Drawable& drawable) {
+  const bool is_text = dynamic_cast<const DL::DLText*>(&drawable) != nullptr;
+  const bool is_nested = dynamic_cast<const DL::DrawableDisplayList*>(&drawable) != nullptr;
+  return is_nested || (is_text && drawable.is_palettized()) ? 1 : 0;
+}
+
 DL::DisplayList& Sheet::add_layer() {
   m_layers.push_back(std::make_unique<DL::DisplayList>());
   m_layers.back()->m_logicalBounds = m_bounds;

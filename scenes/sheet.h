@@ -8,6 +8,11 @@
 
 namespace scenes {
 
+/// The flags to add a drawable to a layer with: bit 0, which keeps its group on
+/// the calling thread, for what worker threads may not draw. That is a text that
+/// writes into a rendition of the sheet, and a nested list.
+[[nodiscard]] unsigned long add_flags(const DL::Drawable& drawable);
+
 /// A drawing of layers, one display list each, drawn one over the other in one
 /// view, and the renditions that palettized drawables draw with.
 class Sheet {
@@ -18,6 +23,10 @@ class Sheet {
 
   /// A new layer on top of the others.
   DL::DisplayList& add_layer();
+  /// From the lowest to the top one.
+  [[nodiscard]] const std::vector<std::unique_ptr<DL::DisplayList>>& layers() const {
+    return m_layers;
+  }
   /// A new rendition that lives as long as the sheet.
   LM_Rendition& add_rendition();
 

@@ -37,6 +37,13 @@ void DisplayList::draw_for(const DisplayList& list) {
   m_rendition.copy_state(list.m_rendition);
 }
 
+void DisplayList::rest() {
+  static const LM_Rendition nothing;
+  m_pRenderer = nullptr;
+  m_rendition.copy_state(nothing);
+  m_pPrivateRendition->copy_state(nothing);
+}
+
 LM_Rendition& DisplayList::private_copy(const LM_Rendition& rendition) {
   m_pPrivateRendition->copy_state(rendition);
   return *m_pPrivateRendition;

@@ -216,6 +216,8 @@ class DISPLAYLIST_API DisplayList : public DrawingContext {
   /// Takes over all that drawing needs from the list that is drawn. The
   /// rendition is then a copy of this list's own.
   void draw_for(const DisplayList& list);
+  /// Lets go of what was taken over.
+  void rest();
   LM_Rendition& private_copy(const LM_Rendition& rendition);
 
   bool ensure_open_group();

@@ -113,6 +113,7 @@ void DisplayListMultithread::release_queues() {
   for (std::int32_t i = 0; i < m_cThreads; ++i) m_contexts[i].draw_for(*m_pDisplayList);
   for (std::int32_t i = 0; i < m_cThreads; ++i) m_hGo[i].set();
   for (std::int32_t i = 0; i < m_cThreads; ++i) m_hDone[i].wait();
+  for (std::int32_t i = 0; i < m_cThreads; ++i) m_contexts[i].rest();
   m_iNext = 0;
 }
 

@@ -5,8 +5,9 @@
 #include <memory>
 #include <tuple>
 
+#include "files/stretched_text.h"
+#include "importers/add_flags.h"
 #include "importers/complete_drawable.h"
-#include "importers/dxf/stretched_text.h"
 
 namespace importers::dxf {
 
@@ -107,7 +108,8 @@ void Filler::add(const Shape& shape, const Target& target) {
   DL::Drawable* drawable =
       std::visit([&](const auto& what) { return make(what, shape, target); }, shape.what);
   if (drawable == nullptr) return;
-  if (target.list.add(drawable, logical_box(shape.extent, target.mapping), 0) == nullptr) {
+  if (target.list.add(drawable, logical_box(shape.extent, target.mapping), add_flags(*drawable)) ==
+      nullptr) {
     delete drawable;
     m_out_of_memory = true;
     return;
@@ -193,7 +195,7 @@ DL::Drawable* Filler::make(const Area& area, const Shape& shape, const Target& t
 DL::Drawable* Filler::make(const Label& label, const Shape& shape, const Target& target) {
   const Mapping& mapping = target.mapping;
   LM_Rendition* pen = rendition({shape.pen.color, LM_PATTERN_SOLID}, 1);
-  DL::Drawable* drawable = new (m_drawing.heap.get()) StretchedText(
+  DL::Drawable* drawable = new (m_drawing.heap.get()) files::StretchedText(
       pen, label.width_factor, label.font,
       DL::PointTemplate<double>{mapping.logical_x(label.start.x), mapping.logical_y(label.start.y)},
       label.text, label.em * mapping.scale, label.rotation, logical_box(shape.extent, mapping),

@@ -34,6 +34,7 @@ using FourPixels [[gnu::vector_size(16), gnu::may_alias, gnu::aligned(4)]] = std
 
 /// A store of the processor's own, which moves each of the four words as a
 /// whole: compilers have no atomic one of that width.
+// NOLINTNEXTLINE(readability-non-const-parameter): the instruction writes there
 inline void write_four(std::uint32_t* pixels, const FourPixels& words) {
   asm volatile("movups %1, %0" : "=m"(*reinterpret_cast<FourPixels*>(pixels)) : "x"(words));
 }

@@ -18,7 +18,7 @@ struct WideCharacter {
 
 /// The first character of `count` UTF-16 code units, at least 1.
 inline WideCharacter first_character(const wchar_t* text, std::int64_t count) {
-  const auto unit = [text](std::int64_t i) { return static_cast<std::uint32_t>(text[i]); };
+  const auto unit = [text](std::int64_t i) { return LM_Utf16::value_of(text[i]); };
   using LM_Utf16::is_high_surrogate;
   using LM_Utf16::is_low_surrogate;
   const std::uint32_t first = unit(0);

@@ -9,7 +9,7 @@
 
 #include "displaylist/platform/contour_set.h"
 #include "displaylist/platform/rendition.h"
-#include "lumen/new_file_p.h"
+#include "lumen/new_file.h"
 #include "lumen/vector/svg_texts_p.h"
 #include "lumen/vector/vector_contour_p.h"
 #include "lumen/vector_device.h"

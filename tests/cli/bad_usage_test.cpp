@@ -47,6 +47,14 @@ TEST(BadUsage, NamesWhatIsMissing) {
                       "--window lacks a value; give --window MINX MINY MAXX MAXY");
 }
 
+TEST(BadUsage, NamesTheCommandWhoseHelpTellsMore) {
+  expect_usage({"convert", "a.json"}, "OUTPUT is required; `dlview convert --help`");
+  expect_usage({"info", "a.json", "b.json"}, "'b.json' is one argument too many; `dlview info");
+  expect_usage({"verify"}, "FILE is required; `dlview verify --help`");
+  expect_usage({"convert", "a.json", "b.dlf", "--compression", "20"},
+               "--compression must be a whole number from 1 to 19, not '20'");
+}
+
 TEST(BadUsage, NamesWhatIsTooMuch) {
   expect_option_usage({"--nonsense"}, "there is no option '--nonsense'");
   expect_option_usage({"another.json"}, "'another.json' is one argument too many");

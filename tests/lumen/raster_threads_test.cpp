@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <random>
 #include <thread>
+#include <vector>
 
+#include "tests/lumen/crowd.h"
 #include "tests/lumen/text_art.h"
 
 using text_art::Points;
@@ -87,6 +90,151 @@ TEST(RasterThreads, AntialiasedHalvesDifferByNoMoreThanTheLastBit) {
       ASSERT_NEAR(one, two, 2) << x << "," << y;
     }
   }
+}
+
+/// Calls `draw(i)` for 0 to 3, each on a thread of its own.
+template <class Draw>
+void on_four_threads(const Draw& draw) {
+  std::vector<std::thread> threads;
+  for (unsigned i = 0; i < 4; ++i) threads.emplace_back(draw, i);
+  for (std::thread& thread : threads) thread.join();
+}
+
+lumen::Picture crowd_sheet() {
+  return {Crowd::width, Crowd::height, text_art::white};
+}
+
+/// Draws the crowd of a seed with a rendition of its own.
+void draw_crowd(lumen::RasterDevice& device, LM_RGB32 ink, unsigned seed, bool with_text) {
+  LM_Rendition rendition;
+  Crowd crowd(device, rendition, ink, seed);
+  crowd.prepare();
+  const LM_Contour_Set clip = diamond();
+  for (int i = 0; i < 12; ++i) {
+    crowd.vary(i, clip);
+    crowd.draw_one_of_each();
+    if (with_text) crowd.draw_text();
+  }
+}
+
+/// Calls `check(x, y)` for every pixel of a sheet, until one fails.
+template <class Check>
+void for_each_pixel(const Check& check) {
+  for (std::int32_t y = 0; y < Crowd::height; ++y) {
+    for (std::int32_t x = 0; x < Crowd::width; ++x) {
+      check(x, y);
+      if (testing::Test::HasFailure()) return;
+    }
+  }
+}
+
+TEST(RasterThreads, OverlappingOpaqueCrowdsLeaveAColorOfWhatCoversAPixel) {
+  // Colours without a byte in common.
+  const LM_RGB32 inks[] = {{0x00112233}, {0x00445566}};
+  lumen::Picture alone[] = {crowd_sheet(), crowd_sheet()};
+  for (unsigned i = 0; i < 4; ++i) {
+    lumen::RasterDevice device(alone[i % 2]);
+    draw_crowd(device, inks[i % 2], i, false);
+  }
+  lumen::Picture together = crowd_sheet();
+  lumen::RasterDevice device(together);
+  on_four_threads([&](unsigned i) { draw_crowd(device, inks[i % 2], i, false); });
+
+  for_each_pixel([&](std::int32_t x, std::int32_t y) {
+    const LM_RGB32 one = alone[0].pixel(x, y);
+    const LM_RGB32 two = alone[1].pixel(x, y);
+    const LM_RGB32 pixel = together.pixel(x, y);
+    const bool is_fine = one == text_art::white   ? pixel == two
+                         : two == text_art::white ? pixel == one
+                                                  : pixel == one || pixel == two;
+    EXPECT_TRUE(is_fine) << x << "," << y << " is " << std::hex << pixel.word;
+  });
+}
+
+TEST(RasterThreads, OverlappingSmoothCrowdsLeaveSomeOfWhatCoversAPixel) {
+  for (const LM_RGB32 ink : {LM_RGB32{0x00000000}, LM_RGB32{0x80000000}}) {
+    lumen::Picture one_by_one = crowd_sheet();
+    lumen::RasterDevice orderly(one_by_one);
+    orderly.set_antialiased(true);
+    for (unsigned i = 0; i < 4; ++i) draw_crowd(orderly, ink, i, true);
+    lumen::Picture together = crowd_sheet();
+    lumen::RasterDevice device(together);
+    device.set_antialiased(true);
+    on_four_threads([&](unsigned i) { draw_crowd(device, ink, i, true); });
+
+    for_each_pixel([&](std::int32_t x, std::int32_t y) {
+      const std::uint32_t word = together.pixel(x, y).word;
+      EXPECT_EQ(word, (word & 0xFF) * 0x010101) << "not gray at " << x << "," << y;
+      // Layers can get lost where threads meet, but for their rounding none is added.
+      const std::uint32_t all = one_by_one.pixel(x, y).word;
+      EXPECT_GE((word & 0xFF) + 4, all & 0xFF) << x << "," << y;
+      EXPECT_TRUE(all != text_art::white.word || word == all) << x << "," << y;
+    });
+  }
+}
+
+TEST(RasterThreads, OneRenditionMayBeDrawnWithByAll) {
+  LM_Rendition shared;
+  lumen::Picture alone = crowd_sheet();
+  lumen::RasterDevice alone_device(alone);
+  Crowd owner(alone_device, shared, text_art::black, 0);
+  owner.prepare();
+  owner.vary(7, diamond());
+  lumen::Picture together = crowd_sheet();
+  lumen::RasterDevice device(together);
+  const auto draw_shapes = [&shared](lumen::RasterDevice& target, unsigned seed) {
+    Crowd crowd(target, shared, text_art::black, seed);
+    for (int i = 0; i < 12; ++i) crowd.draw_one_of_each();
+  };
+  // Its edges are smooth, so that texts on each other would show their order.
+  const auto draw_text = [&shared](lumen::RasterDevice& target, unsigned line) {
+    const LM_DCI_Point start{60, 30 + 30 * static_cast<std::int32_t>(line), 0};
+    target.draw_text(&shared, start, L"of all", 6);
+  };
+  for (unsigned i = 0; i < 4; ++i) draw_shapes(alone_device, i);
+  for (unsigned i = 0; i < 4; ++i) draw_text(alone_device, i);
+  on_four_threads([&](unsigned i) { draw_shapes(device, i); });
+  on_four_threads([&](unsigned i) { draw_text(device, i); });
+  EXPECT_TRUE(together == alone);
+  EXPECT_FALSE(shared.hard_complex_clip_validated());
+}
+
+LM_Contour_Set clip_beside_the_sheet() {
+  auto set = LM_Create<LM_Contour_Set_Data>();
+  const LM_Point corners[] = {{-9, -9, 0}, {-8, -9, 0}, {-8, -8, 0}};
+  set->add_contour(corners, 3);
+  return set;
+}
+
+TEST(RasterThreads, WhatCoversNoPartOfAPixelTakesNothingFromOthers) {
+  const LM_Contour_Set clip = clip_beside_the_sheet();
+  const auto invisible =
+      LM_Create<lumen::PictureImage>(lumen::Picture(Crowd::width, Crowd::height, {0xFF000000}));
+  const Points sheet = text_art::points(
+      {{0, 0}, {Crowd::width, 0}, {Crowd::width, Crowd::height}, {0, Crowd::height}});
+  lumen::Picture picture = crowd_sheet();
+  const lumen::RasterDevice device(picture);
+  std::atomic<bool> is_done = false;
+  std::thread ghost([&] {
+    LM_Rendition rendition;
+    LM_Image* const cell = invisible.get();
+    const LM_DCI_Point corner{0, 0, 0};
+    do {
+      rendition.set_complex_clip(nullptr, true);
+      device.actions.image_clipped(&rendition, &corner, &cell);
+      rendition.set_complex_clip(clip, true);
+      device.actions.polygon_clipped(&rendition, 4, sheet.data(), 0);
+    } while (!is_done);
+  });
+  LM_Rendition rendition;
+  for (std::uint32_t word = 1; word < 60; ++word) {
+    rendition.set_color({word}, true);
+    device.actions.polygon_clipped(&rendition, 4, sheet.data(), 0);
+    for_each_pixel(
+        [&](std::int32_t x, std::int32_t y) { ASSERT_EQ(picture.pixel(x, y).word, word); });
+  }
+  is_done = true;
+  ghost.join();
 }
 
 }  // namespace

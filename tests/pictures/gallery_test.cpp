@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -15,6 +16,7 @@
 #include "lumen/recorder.h"
 #include "scenes/chart.h"
 #include "tests/pictures/golden.h"
+#include "tests/support/tree_walk.h"
 
 namespace {
 
@@ -55,6 +57,21 @@ TEST(Gallery, CallsEveryKindOfDeviceAction) {
     EXPECT_THAT(recorder->calls(),
                 testing::Contains(testing::Field(&lumen::RecordedCall::action, kind)));
   }
+}
+
+TEST(Gallery, KeepsWhatWorkerThreadsMayNotDrawOffThem) {
+  const std::unique_ptr<scenes::Sheet> sheet = scenes::make_gallery(compass());
+  std::size_t count = 0;
+  for (const auto& layer : sheet->layers()) {
+    for (const DL::Group* leaf : leaves_of(*layer)) {
+      for (const DL::Drawable* d = leaf->m_pFirst.drawable; d != nullptr; d = d->m_pNext) {
+        if (scenes::add_flags(*d) == 0) continue;
+        EXPECT_NE(leaf->m_flags & 1, 0U);
+        ++count;
+      }
+    }
+  }
+  EXPECT_GE(count, 4U + 3U) << "palettized texts and nested lists";
 }
 
 TEST(GoldenPicture, GalleryOfAllClasses) {
