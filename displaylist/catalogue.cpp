@@ -42,7 +42,10 @@ Drawable* standard_factory(void*, int class_tag) {
 }
 
 void standard_post_read(Drawable* drawable) {
-  drawable->m_colorData.m_color = drawable->m_colorData.m_pRendition->color();
+  const LM_RGB32 color = drawable->m_colorData.m_pRendition->color();
+  // Nothing of the address stays beside the colour: some classes compare both.
+  drawable->m_colorData.m_pRendition = nullptr;
+  drawable->m_colorData.m_color = color;
 }
 
 bool make_plain(Drawable& drawable) {

@@ -36,7 +36,7 @@ struct Properties {
 
 /// What was read. The list uses the renditions and the heap as long as it
 /// lives: keep all of it together.
-struct Contents {
+struct FILES_API Contents {
   Contents() = default;
   Contents(Contents&&) = default;
   Contents& operator=(Contents&& other) noexcept;

@@ -32,7 +32,4 @@ inline constexpr std::uint32_t kNone = 0xFFFFFFFF;
 /// How deep lists may be nested: the outermost is 1.
 inline constexpr std::uint32_t kDeepestNesting = 64;
 
-/// Texture pages of higher numbers are not kept.
-inline constexpr std::uint32_t kMostPages = 65536;
-
 }  // namespace files::layout

@@ -134,7 +134,7 @@ bool get_list(Reading& reading, DL::DisplayList& list) {
 }  // namespace
 
 std::unique_ptr<DL::DisplayList> read_lists(Reading& reading, lumen::PackedHeap& heap) {
-  constexpr std::uint64_t least_list = 128;  // of settings alone there are more bytes
+  constexpr std::uint64_t least_list = 144;  // with an empty tree
   std::uint64_t count = 0;
   if (!reading.reader.get_count(count, least_list)) return nullptr;
   std::unique_ptr<DL::DisplayList> list;

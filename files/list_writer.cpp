@@ -50,8 +50,8 @@ std::string ListWriter::prepare(DL::DisplayList& list) {
   }
   if (m_unstored == 0) return {};
   return std::to_string(m_unstored) + (m_unstored == 1 ? " drawable is" : " drawables are") +
-         " of a class that writes no record; remove them, or give their class serialize_out and "
-         "serialize_in";
+         " of a class that writes no record of its own; remove them, or give their class "
+         "serialize_out and serialize_in";
 }
 
 void ListWriter::visit(DL::DisplayList& list, std::uint32_t depth) {

@@ -12,7 +12,7 @@
 namespace files {
 namespace {
 
-constexpr std::size_t kChunk = std::size_t{1} << 17U;
+constexpr std::size_t kChunk = std::size_t{1} << 16U;
 
 constexpr const char* kForeign = "it is no display list file";
 constexpr const char* kNewer =
@@ -30,6 +30,7 @@ T value_at(std::span<const std::byte> bytes, std::size_t offset) {
 /// Whether the compressed frames of a damaged file go on where it ends.
 bool is_cut_off(std::span<const std::byte> file) {
   std::size_t at = layout::kHeaderSize;
+  if (at + layout::kFooterSize == file.size()) return true;  // no payload is empty
   while (at + layout::kFooterSize < file.size()) {
     const std::size_t size = ZSTD_findFrameCompressedSize(file.data() + at, file.size() - at);
     if (ZSTD_isError(size) != 0) {

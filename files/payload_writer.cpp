@@ -10,7 +10,7 @@
 namespace files {
 namespace {
 
-constexpr std::size_t kChunk = std::size_t{1} << 17U;
+constexpr std::size_t kChunk = std::size_t{1} << 16U;
 
 template <class T>
 void append_value(std::vector<std::byte>& bytes, T value) {

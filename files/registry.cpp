@@ -13,6 +13,10 @@ namespace {
 using DL::class_change::operation_table;
 using DL::class_change::OperationTable;
 
+/// Named, since records of others lead to them.
+constexpr std::uint32_t kTextTag = 0x4000001A;
+constexpr std::uint32_t kStretchedTextTag = 0x4000001B;
+
 /// The classes with their tags: never renumbered, files outlive programs.
 #define FILES_CLASSES(X)                    \
   X(DL::DLColorizedDot, 0x40000010)         \
@@ -25,8 +29,8 @@ using DL::class_change::OperationTable;
   X(DL::DLRowOfDots, 0x40000017)            \
   X(DL::DLColorizedEllipse, 0x40000018)     \
   X(DL::DrawableDisplayList, 0x40000019)    \
-  X(DL::DLText, 0x4000001A)                 \
-  X(StretchedText, 0x4000001B)
+  X(DL::DLText, kTextTag)                   \
+  X(StretchedText, kStretchedTextTag)
 
 /// The tables that objects of a class get to write its record.
 struct Form {
@@ -43,8 +47,9 @@ Form form_of_class() {
 
 /// A StretchedText is palettized as it is.
 template <>
-Form form_of_class<StretchedText, 0x4000001B>() {
-  const OperationTable table = operation_table<Stored<StretchedText, StretchedText, 0x4000001B>>();
+Form form_of_class<StretchedText, kStretchedTextTag>() {
+  const OperationTable table =
+      operation_table<Stored<StretchedText, StretchedText, kStretchedTextTag>>();
   return {table, table};
 }
 
@@ -83,7 +88,7 @@ KnownTables make_known_tables() {
 #define FILES_ADD(Class, Tag) add_variants<Class>(tables, form_of(Tag));
   FILES_CLASSES(FILES_ADD)
 #undef FILES_ADD
-  add_variants<DL::PalettizedDrawable<DL::DLText>>(tables, form_of(0x4000001A));
+  add_variants<DL::PalettizedDrawable<DL::DLText>>(tables, form_of(kTextTag));
   return tables;
 }
 
@@ -148,9 +153,11 @@ Manner manner_of(DL::Drawable& drawable, DL::DisplayList& list) {
   const Form* form = nullptr;
   if (tag == 0) form = form_of_type(drawable.type());
   if (tag == DL::tag::kDLText) form = form_of_type(DL::DLText::my_type());
-  if (tag == StretchedText::kTag) form = form_of(0x4000001B);
+  if (tag == StretchedText::kTag) form = form_of(kStretchedTextTag);
   if (form != nullptr) return in_form(drawable, form);
-  return {tag == 0 ? Way::nothing : Way::own, nullptr};
+  // A tag of this library would be read as what it stands for here.
+  const bool is_own = tag != 0 && form_of(tag) == nullptr;
+  return {is_own ? Way::own : Way::nothing, nullptr};
 }
 
 Maker maker_of(std::uint32_t tag) {

@@ -10,15 +10,6 @@
 namespace files {
 namespace {
 
-/// How many pages there are up to the last one that is not null.
-std::uint32_t page_count(const LM_Texture_Pages* pages) {
-  std::uint32_t count = 0;
-  for (std::uint32_t i = 0; pages != nullptr && i < layout::kMostPages; ++i) {
-    if (pages->page(i) != nullptr) count = i + 1;
-  }
-  return count;
-}
-
 bool get_line_style(Reading& reading, LM_Rendition& rendition) {
   LM_Line_Style style;
   if (!coding::get(reading.reader, style.weight) || !coding::get(reading.reader, style.pattern) ||
@@ -56,9 +47,7 @@ bool get_pages(Reading& reading, LM_Rendition& rendition) {
   std::uint64_t count = 0;
   if (!coding::get(reading.reader, has_pages)) return false;
   if (has_pages == 0) return true;
-  if (!reading.reader.get_count(count, sizeof(std::uint32_t)) || count > layout::kMostPages) {
-    return false;
-  }
+  if (!reading.reader.get_count(count, sizeof(std::uint32_t))) return false;
   std::vector<LM_Handle<const LM_Image>> pages;
   for (std::uint64_t i = 0; i < count; ++i) {
     std::uint32_t image = layout::kNone;
@@ -90,10 +79,9 @@ void put_rendition(ZtFsStream& stream, const LM_Rendition& rendition, Writing& w
   const LM_Texture_Pages* pages = rendition.texture_pages();
   coding::put<std::uint32_t>(stream, pages == nullptr ? 0 : 1);
   if (pages == nullptr) return;
-  const std::uint32_t count = page_count(pages);
-  coding::put<std::uint64_t>(stream, count);
-  for (std::uint32_t i = 0; i < count; ++i) {
-    coding::put(stream, writing.image_number(pages->page(i)));
+  coding::put<std::uint64_t>(stream, pages->count());
+  for (std::size_t i = 0; i < pages->count(); ++i) {
+    coding::put(stream, writing.image_number(pages->page(static_cast<std::uint32_t>(i))));
   }
 }
 

@@ -24,27 +24,30 @@ class Stored : public Variant {
   }
 
   void serialize_in(ZtFsStream* stream, DL::DisplayList& list) override {
+    T& drawable = *this;
     // Now, since the record of the parent may make a palettized T of it.
     DL::class_change::become<T>(this);
     Reading& reading = Reading::of(list);
     try {
-      read_record(stream, list, reading);
+      read_record(drawable, *stream, list);
     } catch (const std::bad_alloc&) {
       reading.reader.fail_of_memory();  // nothing is thrown through the library
     }
   }
 
  private:
-  void read_record(ZtFsStream* stream, DL::DisplayList& list, Reading& reading) {
+  static void read_record(T& drawable, ZtFsStream& stream, DL::DisplayList& list) {
+    using Parent = typename Record<T>::Parent;
+    Reading& reading = Reading::of(list);
     Record<T> record;
     std::uint32_t parent_tag = 0;
-    if (!record.read(*this, reading) ||
+    if (!record.read(drawable, reading) ||
         (Record<T>::kParentTag != 0 && !coding::get(reading.reader, parent_tag)) ||
         parent_tag != Record<T>::kParentTag) {
       return reading.reader.fail_of_damage();
     }
-    Record<T>::Parent::serialize_in(stream, list);
-    record.complete(*this, reading);
+    drawable.Parent::serialize_in(&stream, list);
+    record.complete(drawable, reading);
   }
 };
 

@@ -39,14 +39,14 @@ void StretchedText::serialize_out(ZtFsStream* stream, DL::DisplayList& list) {
 }
 
 void StretchedText::serialize_in(ZtFsStream* stream, DL::DisplayList& list) {
-  // Reading a palette colour makes a palettized text of a plain one; without a
-  // palette it stays plain, since there is no rendition for the factor.
-  DL::class_change::become<DLText>(static_cast<DLText*>(this));
+  DLText& text = *this;
   std::uint32_t text_tag = 0;
   static_cast<void>(coding::get(*stream, m_width_factor) && coding::get(*stream, text_tag));
-  DLText::serialize_in(stream, list);
-  const Drawable* self = this;
-  if (self->is_palettized()) DL::class_change::become<StretchedText>(this);
+  // Reading a palette colour makes a palettized text of a plain one; without a
+  // palette it stays plain, since there is no rendition for the factor.
+  DL::class_change::become<DLText>(&text);
+  text.DLText::serialize_in(stream, list);
+  if (text.is_palettized()) DL::class_change::become<StretchedText>(&text);
 }
 
 }  // namespace files

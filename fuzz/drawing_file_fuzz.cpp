@@ -1,6 +1,6 @@
 // Files that keep a display list: whatever the bytes, the whole list or nothing.
-// Each input is tried as it stands and, so that the readers behind the checksum
-// see it too, as the payload of a file that is otherwise right.
+// Each input is tried as a file and, so that the readers behind the checksum see
+// it too, as the payload of a file that is otherwise right.
 
 #include <cstddef>
 #include <cstdint>
@@ -10,6 +10,7 @@
 
 #include "displaylist/displaylist.h"
 #include "files/drawing_file.h"
+#include "fuzz/packing.h"
 #include "fuzz/require.h"
 #include "fuzz/use_list.h"
 
@@ -35,7 +36,14 @@ void read(std::span<const std::byte> bytes) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const std::span<const std::byte> bytes(reinterpret_cast<const std::byte*>(data), size);
-  read(bytes);
+  const auto* first = reinterpret_cast<const std::byte*>(data);
+  read({first, size});
+  static const packing::Bytes model = [] {
+    packing::Bytes file;
+    DL::DisplayList list;
+    require(files::write_bytes(file, list).empty());
+    return file;
+  }();
+  read(packing::packed(packing::Bytes(first, first + size), model));
   return 0;
 }

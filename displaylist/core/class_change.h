@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstring>
-#include <new>
 #include <type_traits>
 
 #include "displaylist/platform/export.h"
@@ -46,11 +45,9 @@ DISPLAYLIST_API void set_operation_table(void* object, OperationTable table) noe
 template <class T>
 [[nodiscard]] OperationTable operation_table() {
   static const OperationTable table = [] {
-    alignas(T) std::byte storage[sizeof(T)];
-    T* prototype = ::new (static_cast<void*>(storage)) T(kUnfilled);
+    const T prototype(kUnfilled);
     OperationTable found;
-    std::memcpy(&found, static_cast<const void*>(prototype), sizeof found);
-    prototype->~T();
+    std::memcpy(&found, static_cast<const void*>(&prototype), sizeof found);
     return found;
   }();
   return table;

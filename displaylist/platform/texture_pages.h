@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <utility>
 #include <vector>
@@ -15,6 +16,8 @@ class LM_Texture_Pages : public LM_Counted {
   explicit LM_Texture_Pages(std::vector<LM_Handle<const LM_Image>> pages)
       : m_pages(std::move(pages)) {}
 
+  /// One more than the highest number of a page.
+  [[nodiscard]] std::size_t count() const { return m_pages.size(); }
   /// The page; null when there is none of that number.
   [[nodiscard]] const LM_Image* page(std::uint32_t number) const {
     return number < m_pages.size() ? m_pages[number].get() : nullptr;

@@ -6,3 +6,6 @@ add_test(NAME exports.displaylist
 add_test(NAME exports.lumen
   COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/exports/only_own_symbols $<TARGET_FILE:lumen>
     "^((void )?(lumen|std)::|LM_|LD_|LumenHeap|LUMEN|solveTrigEquation)")
+add_test(NAME exports.files
+  COMMAND ${CMAKE_CURRENT_SOURCE_DIR}/exports/only_own_symbols $<TARGET_FILE:displaylist_files>
+    "^((void )?(files|DL|std)::|ZtFsStream|LM_)")
