@@ -16,7 +16,7 @@ DisplayList::DisplayList(LumenHeap* heap) : m_heap(heap) {
   ensure_open_group();
 }
 
-DisplayList::DisplayList(WithoutTree) : m_pPrivateRendition(std::make_unique<LM_Rendition>()) {}
+DisplayList::DisplayList(WithoutTree) {}
 
 DisplayList::~DisplayList() {
   delete m_pRootGroup;
@@ -30,7 +30,8 @@ bool DisplayList::is_grayscale() {
   return m_bGrayscale;
 }
 
-void DisplayList::draw_for(const DisplayList& list) {
+void DisplayList::draw_for(const DisplayList& list, LM_Rendition& private_rendition) {
+  m_pPrivateRendition = &private_rendition;
   LM_Rendition own = m_rendition;
   static_cast<DrawingContext&>(*this) = list;
   std::swap(own, m_rendition);

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 
 #include "displaylist/core/drawing_context.h"
 #include "displaylist/core/geometry.h"
@@ -129,6 +128,12 @@ class DISPLAYLIST_API DisplayList : public DrawingContext {
   /// tag is no class tag or nothing can be allocated.
   Drawable* create_drawable(std::uint32_t tag);
 
+  /// Whether m_pOpenGroup takes drawables. It does not once a client has closed
+  /// it, and may then be gone; the next add opens another.
+  [[nodiscard]] bool has_open_group() const {
+    return m_pOpenGroup != nullptr && !m_bOpenGroupClosed;
+  }
+
   // --- Storing ----------------------------------------------------------
 
   /// Writes the tree with the drawables of the classes that streams hold; the
@@ -209,13 +214,15 @@ class DISPLAYLIST_API DisplayList : public DrawingContext {
   friend struct RecordChain;
   friend class DisplayListMultithread;
   friend class DrawableDisplayList;
+  friend class OpenBottomGroup;
 
   struct WithoutTree {};
   /// For drawing on a worker thread only.
   explicit DisplayList(WithoutTree);
-  /// Takes over all that drawing needs from the list that is drawn. The
-  /// rendition is then a copy of this list's own.
-  void draw_for(const DisplayList& list);
+  /// Takes over all that drawing needs from the list that is drawn. The working
+  /// rendition is then a copy of this list's own; `private_rendition`, which
+  /// outlives the drawing, is what drawables change in the place of others.
+  void draw_for(const DisplayList& list, LM_Rendition& private_rendition);
   /// Lets go of what was taken over.
   void rest();
   LM_Rendition& private_copy(const LM_Rendition& rendition);
@@ -226,10 +233,12 @@ class DISPLAYLIST_API DisplayList : public DrawingContext {
   Group* split_open_group_and_add(Drawable* drawable, const BoundsTemplate<long>& bounds,
                                   unsigned long flags);
 
-  RecordChain* m_pRecordChain = nullptr;              ///< being written or read
-  bool m_bReadingEnded = false;                       ///< by bytes that make no sense
-  std::int32_t m_cNestings = 0;                       ///< how many drawables own this list
-  std::unique_ptr<LM_Rendition> m_pPrivateRendition;  ///< of a worker's list
+  RecordChain* m_pRecordChain = nullptr;  ///< being written or read
+  bool m_bOpenGroupClosed = false;        ///< m_pOpenGroup was closed, and may be gone since
+  bool m_bReadingEnded = false;           ///< by bytes that make no sense
+  std::int32_t m_cNestings = 0;           ///< how many drawables own this list
+  /// Of the worker that draws with this list; null on the calling thread.
+  LM_Rendition* m_pPrivateRendition = nullptr;
 };
 
 }  // namespace DL

@@ -176,13 +176,18 @@ OpenBottomGroup::OpenBottomGroup(DisplayList& list, Group* parent, std::uint32_t
                                  const BoundsTemplate<long>& cell)
     : BottomGroup(class_change::kUnfilled) {
   m_bounds = cell;
-  m_pDisplayList = &list;
   m_pParent = parent;
+  if (list.m_pInsertHint == list.m_pOpenGroup) list.m_pInsertHint = this;
+  open_in(list, level);
+}
+
+void OpenBottomGroup::open_in(DisplayList& list, std::uint32_t level) {
+  m_pDisplayList = &list;
   list.m_openLevel = static_cast<std::int32_t>(level);
   list.m_cOpenDrawables = 0;
   list.m_openBounds = {};
-  if (list.m_pInsertHint == list.m_pOpenGroup) list.m_pInsertHint = this;
   list.m_pOpenGroup = this;
+  list.m_bOpenGroupClosed = false;
 }
 
 OpenBottomGroup::~OpenBottomGroup() {
@@ -212,6 +217,7 @@ void OpenBottomGroup::assert_valid() const {
 
 void OpenBottomGroup::close() {
   m_bounds = m_pDisplayList->m_openBounds;
+  m_pDisplayList->m_bOpenGroupClosed = true;
   m_level = level();
   class_change::become<BottomGroup>(this);
 }

@@ -261,6 +261,10 @@ class DISPLAYLIST_API OpenBottomGroup : public BottomGroup {
   std::uint32_t level() const override;
   void make_hidden() override;
 
+  /// Becomes the group of the list that takes drawables, as one without any. The
+  /// fields of the group itself stay.
+  void open_in(DisplayList& list, std::uint32_t level);
+
   /// Links the drawable after the last one and counts it; its bounds lie inside.
   void append(Drawable* drawable, const BoundsTemplate<long>& bounds, unsigned long flags);
 };

@@ -14,9 +14,11 @@ namespace {
 
 void write_line(const Group& group, std::string_view label, int level, std::ostream& os) {
   dump_line::indent(os, level);
-  os << label << ": level  " << std::dec << group.level() << ", this = " << std::hex
-     << static_cast<const void*>(&group) << ", sibling = " << std::hex
-     << static_cast<const void*>(group.m_pNext) << std::dec << std::endl;
+  os << label << ": level  ";
+  if (group.is_open()) os << std::dec;
+  os << group.level() << ", this = " << std::hex << static_cast<const void*>(&group)
+     << ", sibling = " << std::hex << static_cast<const void*>(group.m_pNext) << std::dec
+     << std::endl;
 }
 
 void count(DisplayListDebug& statistics) {

@@ -2,12 +2,15 @@
 // closing it and climbing; and insertion in the middle of the drawing order.
 
 #include <algorithm>
+#include <cassert>
 #include <new>
 #include <utility>
 
 #include "displaylist/core/display_list.h"
 #include "displaylist/core/group.h"
 #include "displaylist/core/iterators.h"
+#include "displaylist/core/multithread.h"
+#include "displaylist/core/nesting_p.h"
 #include "displaylist/drawables/drawable.h"
 
 namespace DL {
@@ -80,7 +83,11 @@ Group* climb_and_add(Group* start, Group* to_close, const Addition& a) {
   Group* group = nearest_container(start, a.bounds, to_close);
   NextOpenGroup next(a.list);
   if (group == nullptr || !next) return nullptr;
-  if (to_close != nullptr) to_close->close();
+  if (to_close != nullptr) {
+    // In a list that was read the open group may not be the last one there.
+    if (a.list.has_open_group()) a.list.m_pOpenGroup->close();
+    to_close->close();
+  }
   Group* child = next.open_below(*group, a);
   if (group != start) a.list.m_pInsertHint = nullptr;
   return child;
@@ -138,11 +145,13 @@ Drawable* predecessor_of(const Drawable* drawable, const Group& group) {
 
 Group* DisplayList::add(Drawable* drawable, const BoundsTemplate<long>& bounds,
                         unsigned long flags) {
+  assert(is_drained(*this));
   if (drawable == nullptr || !ensure_open_group()) return nullptr;
   if (m_cOpenDrawables < m_cMaxOpenDrawables) {
     return m_pOpenGroup->add(drawable, bounds, this, flags);
   }
-  if (static_cast<std::int32_t>(m_pOpenGroup->level()) < std::min(m_cMaxLevel, kDeepestLevel)) {
+  if (static_cast<std::int32_t>(m_pOpenGroup->level()) < std::min(m_cMaxLevel, kDeepestLevel) &&
+      nesting::depth_of(*m_pOpenGroup) < nesting::kDeepestSplit) {
     return split_open_group_and_add(drawable, bounds, flags);
   }
   Group* parent = m_pOpenGroup->m_pParent;
@@ -187,15 +196,13 @@ Group* DisplayList::split_open_group_and_add(Drawable* drawable, const BoundsTem
 }
 
 bool DisplayList::ensure_open_group() {
-  // A client may have closed the open group by hand.
-  Group* open = m_pOpenGroup;
-  if (open != nullptr && open->is_open()) return true;
+  if (has_open_group()) return true;
   if (m_pRootGroup == nullptr) {
     m_pRootGroup = new (m_heap) OpenBottomGroup(*this, nullptr, 0, BoundsTemplate<long>::plane());
   } else {
     m_pRootGroup->create_open_bottom_group(this);
   }
-  return m_pOpenGroup != open;
+  return has_open_group();
 }
 
 Group* Group::add(Drawable* drawable, const BoundsTemplate<long>& bounds, DisplayList* list,
@@ -237,6 +244,7 @@ void OpenBottomGroup::create_open_bottom_group(DisplayList*) {}
 
 Group* DisplayList::add_before(Group* hint, Drawable* before, Drawable* chain,
                                const BoundsTemplate<long>& bounds) {
+  assert(is_drained(*this));
   if (before == nullptr || chain == nullptr) return nullptr;
   auto* group = static_cast<BottomGroup*>(SubEntityIterator(before, before, hint).m_pGroup);
   if (group == nullptr) return nullptr;

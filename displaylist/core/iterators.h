@@ -137,7 +137,8 @@ class DISPLAYLIST_API DisplayListReverseIterator : public DisplayListIterator {
   bool load(Group* group);
   /// Goes on to the next bottom group that has drawables.
   Drawable* next_from_groups();
-  Drawable* give_up();
+  /// Ends the walk, for want of memory; false.
+  bool give_up();
 
   BoundsTemplate<long> m_bounds;
   LM_Stack<GroupInfo> m_groups;

@@ -5,7 +5,9 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <system_error>
+#include <exception>
+#include <iterator>
+#include <utility>
 
 #include "displaylist/core/group.h"
 #include "displaylist/core/leaf_drawing_p.h"
@@ -15,8 +17,8 @@ namespace DL {
 namespace {
 
 std::int32_t usual_thread_count() {
-  const unsigned processors = std::thread::hardware_concurrency();
-  return processors < 2 ? 0 : static_cast<std::int32_t>(std::min(processors, 64U));
+  const auto processors = static_cast<std::int32_t>(std::thread::hardware_concurrency());
+  return processors < 2 ? 0 : processors;
 }
 
 /// Steps above the normal priority. The system may refuse: then it stays normal.
@@ -43,7 +45,7 @@ bool DisplayListMultithread::start_thread(std::int32_t index) {
   m_iStarting = index;
   try {
     m_hThread[index] = std::thread(&DisplayListMultithread::work, this);
-  } catch (const std::system_error&) {
+  } catch (const std::exception&) {  // no thread, or no memory for one
     return false;
   }
   m_hDone[index].wait();
@@ -51,7 +53,11 @@ bool DisplayListMultithread::start_thread(std::int32_t index) {
 }
 
 DisplayListMultithread::~DisplayListMultithread() {
-  WaitForAllThreads();
+  try {
+    WaitForAllThreads();
+  } catch (...) {
+    // Nobody is left to tell.
+  }
   m_bStop = true;
   for (std::int32_t i = 0; i < kMaxThreads; ++i) {
     if (!m_hThread[i].joinable()) continue;
@@ -76,13 +82,17 @@ void DisplayListMultithread::work() {
 
 void DisplayListMultithread::draw_queue(std::int32_t index) {
   DisplayList& context = m_contexts[index];
-  for (std::int32_t i = 0; i < m_queueCount[index]; ++i) {
-    const BottomGroup& group = *m_queue[index][i];
-    if (m_clipped[index][i]) {
-      draw_drawables<LeafForm{true, false}>(group, context);
-    } else {
-      draw_drawables<LeafForm{false, false}>(group, context);
+  try {
+    for (std::int32_t i = 0; i < m_queueCount[index]; ++i) {
+      const BottomGroup& group = *m_queue[index][i];
+      if (m_clipped[index][i]) {
+        draw_drawables<LeafForm{true, false}>(group, context);
+      } else {
+        draw_drawables<LeafForm{false, false}>(group, context);
+      }
     }
+  } catch (...) {
+    m_thrown[index] = std::current_exception();
   }
   m_queueCount[index] = 0;
 }
@@ -109,12 +119,33 @@ void DisplayListMultithread::WaitForAllThreads() {
   if (m_cThreads != 0 && !is_drained()) release_queues();
 }
 
-void DisplayListMultithread::release_queues() {
-  for (std::int32_t i = 0; i < m_cThreads; ++i) m_contexts[i].draw_for(*m_pDisplayList);
+void DisplayListMultithread::draw_queues() {
+  for (std::int32_t i = 0; i < m_cThreads; ++i) {
+    m_contexts[i].draw_for(*m_pDisplayList, m_privateRenditions[i]);
+  }
   for (std::int32_t i = 0; i < m_cThreads; ++i) m_hGo[i].set();
   for (std::int32_t i = 0; i < m_cThreads; ++i) m_hDone[i].wait();
   for (std::int32_t i = 0; i < m_cThreads; ++i) m_contexts[i].rest();
+}
+
+void DisplayListMultithread::forget_queues() {
+  std::fill(std::begin(m_queueCount), std::end(m_queueCount), 0);
   m_iNext = 0;
+}
+
+void DisplayListMultithread::release_queues() {
+  try {
+    draw_queues();
+  } catch (...) {
+    forget_queues();  // memory ran out before anything was drawn
+    throw;
+  }
+  m_iNext = 0;
+  std::exception_ptr thrown;
+  for (std::exception_ptr& each : m_thrown) {
+    if (each != nullptr) thrown = std::exchange(each, nullptr);
+  }
+  if (thrown != nullptr) std::rethrow_exception(thrown);
 }
 
 void* DisplayListMultithread::operator new(std::size_t size) noexcept {

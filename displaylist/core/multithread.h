@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <exception>
 #include <thread>
 
 #include "displaylist/core/display_list.h"
@@ -35,7 +36,10 @@ class BottomGroup;
 ///    the renderer and what drawables share is used from all workers at once.
 /// 4. A palettized drawable changes a copy of its rendition there. Texts are the
 ///    exception: those that share a rendition are added with flag bit 0, and so
-///    are nested lists that share a child.
+///    are nested lists that share a child or hold such texts.
+/// 5. What a drawable throws on a worker is thrown again, once all queues are
+///    drawn or given up, by the operation that had them drawn.
+/// 6. This object goes before the list that it draws.
 class DISPLAYLIST_API DisplayListMultithread {
  public:
   static constexpr std::int32_t kMaxThreads = 4;
@@ -85,9 +89,13 @@ class DISPLAYLIST_API DisplayListMultithread {
   bool start_thread(std::int32_t index);
   void work();
   void draw_queue(std::int32_t index);
+  void draw_queues();
   void release_queues();
+  void forget_queues();
 
   DisplayList m_contexts[kMaxThreads];  ///< what the workers draw with
+  LM_Rendition m_privateRenditions[kMaxThreads];
+  std::exception_ptr m_thrown[kMaxThreads];  ///< by a drawable, on the way to the client
 };
 
 /// Whether no worker has groups of the list still to draw.

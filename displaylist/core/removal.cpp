@@ -140,12 +140,14 @@ Group* BottomGroup::remove_fast(Search& search) {
 }
 
 Group* Group::detach_fast(Search& search) {
+  search.m_pDetached = nullptr;
   if (contains_drawables()) return static_cast<BottomGroup*>(this)->detach_fast(search);
   return ask_children(*this, search, [&](Group& child) { return child.detach_fast(search); });
 }
 
 Group* BottomGroup::detach_fast(Search& search) {
   assert(is_drained(*this));
+  search.m_pDetached = nullptr;
   return remove_match(*this, search, Fate::detached);
 }
 

@@ -31,7 +31,7 @@ bool DisplayListReverseIterator::expand(const GroupInfo& info) {
   for (Group* child = info.group->m_pFirst.group; child != nullptr; child = child->m_pNext) {
     const bool inside = info.inside || child->m_bounds.is_inside(m_bounds);
     if (!inside && !child->m_bounds.meets(m_bounds)) continue;
-    if (!m_groups.push({child, inside})) return give_up() != nullptr;
+    if (!m_groups.push({child, inside})) return give_up();
   }
   return true;
 }
@@ -40,7 +40,7 @@ bool DisplayListReverseIterator::load(Group* group) {
   m_pGroup = group;
   Drawable* drawable = group->m_pFirst.drawable;
   for (; drawable->m_pNext != nullptr; drawable = drawable->m_pNext) {
-    if (!m_drawables.push(drawable)) return give_up() != nullptr;
+    if (!m_drawables.push(drawable)) return give_up();
   }
   m_pCurrent = drawable;
   return true;
@@ -64,10 +64,9 @@ Drawable* DisplayListReverseIterator::next() {
   return m_pCurrent = m_drawables.pop();
 }
 
-Drawable* DisplayListReverseIterator::give_up() {
-  m_groups.clear();
-  m_drawables.clear();
-  return end();
+bool DisplayListReverseIterator::give_up() {
+  end();
+  return false;
 }
 
 }  // namespace DL

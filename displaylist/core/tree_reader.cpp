@@ -8,6 +8,7 @@
 #include "displaylist/core/display_list.h"
 #include "displaylist/core/group.h"
 #include "displaylist/core/multithread.h"
+#include "displaylist/core/nesting_p.h"
 #include "displaylist/core/pending_groups_p.h"
 #include "displaylist/core/tags.h"
 #include "displaylist/drawables/drawable.h"
@@ -17,27 +18,19 @@ namespace DL {
 
 namespace {
 
-/// Deeper than cells of the plane divide, and than any writer nests groups.
-constexpr std::int32_t kDeepestNesting = 64;
-
-std::int32_t depth_of(const Group* group) {
-  std::int32_t depth = 0;
-  for (; group != nullptr; group = group->m_pParent) ++depth;
-  return depth;
+/// Makes a bottom group of an open one, as it stands: bounds and level are what
+/// the stream said.
+void close_as_it_stands(OpenBottomGroup& group, DisplayList& list) {
+  group.m_level = group.level();
+  class_change::become<BottomGroup>(&group);
+  list.m_pOpenGroup = nullptr;
+  list.m_cOpenDrawables = 0;
 }
 
 /// A list has one open group: one that was read before stays as it is, closed.
 void make_open(OpenBottomGroup& group, DisplayList& list) {
-  if (list.m_pOpenGroup != nullptr) {
-    OpenBottomGroup& other = *list.m_pOpenGroup;
-    other.m_level = other.level();
-    class_change::become<BottomGroup>(&other);
-  }
-  group.m_pDisplayList = &list;
-  list.m_pOpenGroup = &group;
-  list.m_cOpenDrawables = 0;
-  list.m_openLevel = 0;
-  list.m_openBounds = {};
+  if (list.has_open_group()) close_as_it_stands(*list.m_pOpenGroup, list);
+  group.open_in(list, 0);
 }
 
 /// The group that a record with this tag fills; null without memory.
@@ -105,7 +98,7 @@ class TreeReader {
     std::uint32_t child_tag = 0;
     if (!coding::read(m_stream, child_tag)) return false;
     if (child_tag == tag::kEnd) return true;
-    if (depth_of(&parent) >= kDeepestNesting) return false;
+    if (nesting::depth_of(parent) >= nesting::kDeepest) return false;
     Group* child = make_group(child_tag, m_list);
     if (child == nullptr) return false;
     child->m_pParent = &parent;
@@ -134,12 +127,13 @@ void Group::serialize_in(ZtFsStream* stream, DisplayList& list, Group* parent) {
 
 void DisplayList::forget_tree() {
   assert(is_drained(*this));
+  Group* open = has_open_group() ? m_pOpenGroup : nullptr;
   Group* root = std::exchange(m_pRootGroup, nullptr);
-  Group* open = std::exchange(m_pOpenGroup, nullptr);
+  m_pOpenGroup = nullptr;
   m_pInsertHint = nullptr;
   m_openLevel = m_cOpenDrawables = 0;
   m_openBounds = {};
-  if (open != nullptr && open->is_open()) {
+  if (open != nullptr) {
     if (open->m_pParent != nullptr) open->m_pParent->unlink_child(open);
     if (root == open) root = nullptr;
     delete open;

@@ -1,6 +1,8 @@
 // The record that every stored drawable ends with: its colour, then the rest
 // of the chain.
 
+#include <cstring>
+
 #include "displaylist/core/coding_p.h"
 #include "displaylist/core/display_list.h"
 #include "displaylist/core/tags.h"
@@ -35,6 +37,26 @@ bool leaves_rest_to_loop(const Drawable& drawable, DisplayList& list) {
   chain->reached_base_record = true;
   return true;
 }
+
+/// Passes on what is written and notes the last word.
+class LastWord final : public ZtFsStream {
+ public:
+  explicit LastWord(ZtFsStream& stream) : m_stream(stream) {}
+
+  void write(const void* buffer, std::int32_t size) override {
+    m_stream.write(buffer, size);
+    m_word = 0;
+    if (size == static_cast<std::int32_t>(sizeof m_word))
+      std::memcpy(&m_word, buffer, sizeof m_word);
+  }
+  void read(void* buffer, std::int32_t* size) override { m_stream.read(buffer, size); }
+
+  [[nodiscard]] bool is_end() const { return m_word == tag::kEnd; }
+
+ private:
+  ZtFsStream& m_stream;
+  std::uint32_t m_word = 0;
+};
 
 void write_color(const Drawable& drawable, ZtFsStream& stream, const DisplayList& list) {
   if (!drawable.is_palettized()) {
@@ -103,8 +125,12 @@ void write_record_chain(Drawable* first, ZtFsStream& stream, DisplayList& list) 
   RecordChain chain;
   const CurrentChain current(list, chain);
   for (Drawable* drawable = first; drawable != nullptr; drawable = drawable->m_pNext) {
-    chain.asked = drawable;
-    drawable->serialize_out(&stream, list);
+    LastWord watched(stream);
+    chain = {drawable, false};
+    drawable->serialize_out(&watched, list);
+    // A client's class may write the end of its record itself, and with it all
+    // that follows.
+    if (!chain.reached_base_record && watched.is_end()) return;
   }
   coding::write(stream, tag::kEnd);
 }

@@ -14,7 +14,8 @@ struct Search {
   /// Set by a drawable that dealt with the match itself and stays; the client
   /// clears it before a search.
   bool handled = false;
-  /// Set by Group::detach_fast: the drawable found, which is the caller's now.
+  /// Set by Group::detach_fast: the drawable found, which is the caller's now, or
+  /// null.
   Drawable* m_pDetached = nullptr;
 };
 

@@ -63,6 +63,10 @@ void DrawableDisplayList::hide() {
   class_change::become<HiddenDrawable<DrawableDisplayList>>(this);
 }
 
+void DrawableDisplayList::serialize_out(ZtFsStream*, DisplayList&) {}
+
+void DrawableDisplayList::serialize_in(ZtFsStream*, DisplayList&) {}
+
 void DrawableDisplayList::add_bounds(BoundsTemplate<long>& bounds) const {
   bounds.widen(m_placedBounds);
 }

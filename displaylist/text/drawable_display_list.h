@@ -41,6 +41,9 @@ class DISPLAYLIST_API DrawableDisplayList : public Drawable {
   /// Shares the child.
   Drawable* clone() override;
   void hide() override;
+  /// Writes and reads nothing.
+  void serialize_out(ZtFsStream* stream, DisplayList& list) override;
+  void serialize_in(ZtFsStream* stream, DisplayList& list) override;
 
   /// Prepares the child for drawing in the parent: its transform, renderer and
   /// rendition. True, also when nothing of it is visible.

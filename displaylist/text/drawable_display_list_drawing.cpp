@@ -139,6 +139,7 @@ bool DrawableDisplayList::push_view(DisplayList& parent) {
   m_pChild->m_bAlternateScale = parent.m_bAlternateScale;
   m_pChild->m_pRenderer = parent.m_pRenderer;
   m_pChild->m_rendition = parent.m_rendition;
+  m_pChild->m_pPrivateRendition = parent.m_pPrivateRendition;
   m_pChild->m_bComplexClipSupported =
       parent.m_pRenderer && parent.m_pRenderer->options.supports_complex_clip;
   return true;
@@ -151,6 +152,7 @@ void DrawableDisplayList::pop_view(DisplayList& parent) {
   if (!is_drained(*m_pChild)) m_pChild->m_pMultithread->WaitForAllThreads();
   m_pChild->m_pRenderer = nullptr;
   m_pChild->m_rendition = resting_rendition();
+  m_pChild->m_pPrivateRendition = nullptr;
   m_pChild->m_bComplexClipSupported = false;
 }
 

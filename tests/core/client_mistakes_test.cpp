@@ -59,6 +59,23 @@ TEST(ClientMistake, AListClosedByHandGoesOnTakingDrawables) {
   EXPECT_EQ(drawn_of(recorded), 6U);
 }
 
+TEST(ClientMistake, AListClosedByHandAndEmptiedGoesOnTakingDrawables) {
+  RecordedList recorded;
+  DL::DisplayList& list = recorded.list;
+  list.m_cMaxOpenDrawables = 2;
+  for (int i = 0; i < 5; ++i) list.add(new DL::DLDot({}, {i, i}));
+  list.m_pOpenGroup->close();
+  list.m_pRootGroup->remove_all();
+  ASSERT_NE(list.add(new DL::DLDot({}, {2, 2})), nullptr);
+
+  DL::Group* open = list.m_pOpenGroup;
+  open->close();
+  ASSERT_NE(open->remove(open->m_pFirst.drawable, nullptr), nullptr);
+  ASSERT_NE(list.add(new DL::DLDot({}, {3, 3})), nullptr);
+  EXPECT_TRUE(list.m_pOpenGroup->is_open());
+  EXPECT_EQ(drawn_of(recorded), 1U);
+}
+
 TEST(ClientMistake, NoDrawableIsRefused) {
   RecordedList recorded;
   EXPECT_EQ(recorded.list.add(nullptr), nullptr);

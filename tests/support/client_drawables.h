@@ -77,7 +77,11 @@ class Folder final : public Mark {
 
   void serialize_out(ZtFsStream* stream, DL::DisplayList& list) override {
     write(*stream, kTag);
-    m_content->serialize_out(stream, list);
+    if (m_content != nullptr) {
+      m_content->serialize_out(stream, list);
+    } else {
+      write(*stream, 0x10000002);
+    }
     Drawable::serialize_out(stream, list);
   }
   void serialize_in(ZtFsStream* stream, DL::DisplayList& list) override {

@@ -8,6 +8,7 @@
 
 #include "displaylist/core/display_list.h"
 #include "displaylist/drawables/drawable.h"
+#include "displaylist/drawables/search.h"
 
 /// The four draw operations of a drawable.
 enum class DrawSlot { unclipped, clipped, unclipped_selection, clipped_selection };
@@ -34,12 +35,16 @@ inline ProbeCalls calls_of(DrawSlot slot, std::initializer_list<int> ids) {
   return calls;
 }
 
+class ProbeDrawable;
+
 /// What the probes of a test report. It outlives them.
 struct ProbeLog {
   ProbeCalls calls;
   int alive = 0;
   /// Called before a draw is written down.
   std::function<void(int id, DL::DisplayList& list)> on_draw;
+  /// Answers a search in the place of the probe; without it nothing matches.
+  std::function<bool(ProbeDrawable& probe, DL::Search& search)> on_search;
 
   ProbeCalls take() { return std::exchange(calls, {}); }
 };
@@ -66,7 +71,9 @@ class ProbeDrawable final : public DL::Drawable {
     note(DrawSlot::clipped_selection, list);
   }
   void add_bounds(DL::BoundsTemplate<long>& bounds) const override { bounds.widen(m_bounds); }
-  bool remove(DL::Search&) override { return false; }
+  bool remove(DL::Search& search) override {
+    return m_log.on_search && m_log.on_search(*this, search);
+  }
   void* type() const override { return nullptr; }
   Drawable* clone() override { return new ProbeDrawable(m_log, m_id, m_bounds); }
 

@@ -26,6 +26,21 @@ inline std::vector<DL::Group*> leaves_of(DL::DisplayList& list) {
   return leaves;
 }
 
+/// The group and every one below it, parents first, in drawing order.
+inline void collect_groups(DL::Group* group, std::vector<DL::Group*>& groups) {
+  groups.push_back(group);
+  if (group->contains_drawables()) return;
+  for (DL::Group* child = group->m_pFirst.group; child != nullptr; child = child->m_pNext) {
+    collect_groups(child, groups);
+  }
+}
+
+inline std::vector<DL::Group*> groups_of(DL::DisplayList& list) {
+  std::vector<DL::Group*> groups;
+  if (list.m_pRootGroup != nullptr) collect_groups(list.m_pRootGroup, groups);
+  return groups;
+}
+
 /// Every drawable of the list, in drawing order.
 inline std::vector<DL::Drawable*> drawables_of(DL::DisplayList& list) {
   std::vector<DL::Drawable*> drawables;
@@ -37,17 +52,30 @@ inline std::vector<DL::Drawable*> drawables_of(DL::DisplayList& list) {
   return drawables;
 }
 
+/// What has happened to a list, which tells how exact its bounds are.
+enum class TreeHistory {
+  only_adds,
+  /// Bounds do not shrink, and the open group may have gone.
+  removals,
+};
+
 /// Checks the tree of a list against its invariants, one group at a time, and
 /// tells in words what does not hold.
 class TreeCheck {
  public:
-  explicit TreeCheck(DL::DisplayList& list) : m_list(list) {
+  explicit TreeCheck(DL::DisplayList& list, TreeHistory history = TreeHistory::only_adds)
+      : m_list(list), m_history(history) {
     if (list.m_pRootGroup == nullptr) {
       m_broken = "no root";
       return;
     }
     check(*list.m_pRootGroup, nullptr);
-    expect(m_open_groups == 1, "there is exactly one open group");
+    if (m_history == TreeHistory::only_adds || list.m_pOpenGroup != nullptr) {
+      expect(m_open_groups == 1, "there is exactly one open group");
+    } else {
+      expect(m_open_groups == 0, "the open group is the list's");
+      expect(list.m_cOpenDrawables == 0, "without an open group none are counted");
+    }
   }
 
   /// The broken invariants, empty when all hold.
@@ -89,13 +117,20 @@ class TreeCheck {
       ++count;
     }
     expect(leaf.m_pLastChild.drawable == last, "m_pLastChild is the last drawable");
+    if (leaf.is_open()) {
+      ++m_open_groups;
+      expect(m_list.m_pOpenGroup == &leaf, "m_pOpenGroup is the open group");
+      expect(m_list.m_cOpenDrawables == count, "m_cOpenDrawables counts the open drawables");
+      expect(contents.is_inside(m_list.m_openBounds), "m_openBounds contain the open drawables");
+    }
+    if (m_history == TreeHistory::only_adds) check_leaf_is_tight(leaf, contents);
+  }
+
+  void check_leaf_is_tight(const DL::Group& leaf, const DL::BoundsTemplate<long>& contents) {
     if (!leaf.is_open()) {
       expect(leaf.m_bounds == contents, "a closed leaf is as tight as its drawables");
       return;
     }
-    ++m_open_groups;
-    expect(m_list.m_pOpenGroup == &leaf, "m_pOpenGroup is the open group");
-    expect(m_list.m_cOpenDrawables == count, "m_cOpenDrawables counts the open drawables");
     expect(m_list.m_openBounds == contents, "m_openBounds is the union of the open drawables");
     expect(leaf.m_bounds == DL::OpenBottomGroup::cell_around(leaf.m_bounds, leaf.level()) ||
                leaf.m_pParent == nullptr,
@@ -103,11 +138,13 @@ class TreeCheck {
   }
 
   DL::DisplayList& m_list;
+  TreeHistory m_history;
   int m_open_groups = 0;
   std::string m_broken;
 };
 
 /// What is wrong with the list's tree, empty when nothing is.
-inline std::string broken_invariants(DL::DisplayList& list) {
-  return TreeCheck(list).broken();
+inline std::string broken_invariants(DL::DisplayList& list,
+                                     TreeHistory history = TreeHistory::only_adds) {
+  return TreeCheck(list, history).broken();
 }
