@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "apps/dlview/color.h"
+#include "apps/dlview/words.h"
 #include "importers/loader.h"
 #include "lumen/picture.h"
 
@@ -97,9 +98,7 @@ DrawForm form_value(const std::string& name, const std::string& text) {
 std::string importer_value(const std::string& name, const std::string& text) {
   const std::vector<std::string> names = importers::importer_names();
   if (names.empty() || std::find(names.begin(), names.end(), text) != names.end()) return text;
-  std::string choice;
-  for (const std::string& known : names) choice += (choice.empty() ? "" : " or ") + known;
-  refuse(name, choice, text);
+  refuse(name, alternatives(names), text);
 }
 
 LM_RGB32 color_value(const std::string& name, const std::string& text) {

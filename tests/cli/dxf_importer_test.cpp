@@ -57,7 +57,7 @@ TEST_F(DxfImporter, CanBeNamedLikeTheOther) {
 TEST_F(DxfImporter, ListsTheImportersWhereOneIsUnknown) {
   const DlviewRun run = render(dxf_text::file({green_line}), {"--importer", "dwg"});
   EXPECT_EQ(run.status, 2);
-  EXPECT_EQ(run.err, "dlview: --importer must be dxf or ogr, not 'dwg'.\n");
+  EXPECT_EQ(run.err, "dlview: --importer must be dlf, dxf or ogr, not 'dwg'.\n");
 }
 
 TEST_F(DxfImporter, TellsWhatItLeavesOutInOneLine) {

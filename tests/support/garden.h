@@ -1,5 +1,6 @@
 #pragma once
 
+#include <gtest/gtest.h>
 #include <rapidcheck/gtest.h>
 
 #include <algorithm>
