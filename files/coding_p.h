@@ -2,7 +2,6 @@
 
 #include <bit>
 #include <cstdint>
-#include <string>
 #include <type_traits>
 
 #include "displaylist/core/geometry.h"

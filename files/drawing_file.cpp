@@ -6,6 +6,7 @@
 #include <new>
 #include <utility>
 
+#include "files/input_file_p.h"
 #include "files/payload_p.h"
 #include "lumen/new_file.h"
 
@@ -25,23 +26,6 @@ std::string save(const std::string& path, const std::vector<std::byte>& bytes) {
   const std::size_t written = std::fwrite(bytes.data(), 1, bytes.size(), file.stream());
   if (written != bytes.size() || !file.put_in_place()) return std::strerror(errno);
   return {};
-}
-
-/// Empty on success, else the reason.
-std::string load(const std::string& path, std::vector<std::byte>& bytes) {
-  constexpr std::size_t chunk = std::size_t{1} << 20U;
-  const std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(path.c_str(), "rbe"),
-                                                             &std::fclose);
-  if (file == nullptr) return std::strerror(errno);
-  std::size_t size = 0;
-  std::size_t got = 0;
-  do {
-    bytes.resize(size + chunk);
-    got = std::fread(bytes.data() + size, 1, chunk, file.get());
-    size += got;
-  } while (got == chunk);
-  bytes.resize(size);
-  return std::ferror(file.get()) != 0 ? std::strerror(errno) : "";
 }
 
 }  // namespace

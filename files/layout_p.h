@@ -1,7 +1,10 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <span>
 
 /// The words and sizes of the file, one place for the writer and the reader.
 /// Never renumbered: files outlive programs.
@@ -10,6 +13,13 @@ namespace files::layout {
 /// A byte with the top bit, the name, and line ends that a text transfer would
 /// change.
 inline constexpr unsigned char kMagic[8] = {0x8C, 'D', 'L', 'F', '\r', '\n', 0x1A, '\n'};
+
+/// Whether bytes, one at least, start as files do, as far as they go.
+[[nodiscard]] inline bool starts_a_file(std::span<const std::byte> bytes) {
+  const std::size_t size = std::min(bytes.size(), sizeof kMagic);
+  return size != 0 && std::memcmp(bytes.data(), kMagic, size) == 0;
+}
+
 inline constexpr std::uint32_t kVersion = 1;
 inline constexpr std::uint32_t kFlags = 0;
 
@@ -31,5 +41,9 @@ inline constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
 /// How deep lists may be nested: the outermost is 1.
 inline constexpr std::uint32_t kDeepestNesting = 64;
+
+/// Class tags of these, by their upper half, are this library's own.
+inline constexpr std::uint32_t kOwnTags = 0x40000000;
+inline constexpr std::uint32_t kOwnTagBits = 0xFFFF0000;
 
 }  // namespace files::layout

@@ -49,21 +49,24 @@ void set_switches(DL::DisplayList& list, std::uint32_t bits) {
   list.m_bAlternateScale = (bits & settings::kAlternateScale) != 0;
 }
 
-bool get_settings(Reading& reading, DL::DisplayList& list, DL::BoundsTemplate<long>& open_bounds,
-                  Counts& counts) {
-  constexpr std::int32_t deepest_level = 31;
+/// What a list tells of its open group, which streams do not hold.
+struct Open {
+  std::int32_t level = 0;
+  DL::BoundsTemplate<long> bounds;
+};
+
+bool get_settings(Reading& reading, DL::DisplayList& list, Open& open, Counts& counts) {
   PayloadReader& reader = reading.reader;
   std::uint32_t switches = 0;
   if (!coding::get(reader, list.m_logicalBounds) || !coding::get(reader, list.m_yAspect) ||
       !coding::get(reader, switches) || !coding::get(reader, list.m_cMaxOpenDrawables) ||
-      !coding::get(reader, list.m_cMaxLevel) || !coding::get(reader, open_bounds) ||
-      !get_rendition(reading, list.m_rendition) || !coding::get(reader, counts.groups) ||
-      !coding::get(reader, counts.drawables)) {
+      !coding::get(reader, list.m_cMaxLevel) || !coding::get(reader, open.level) ||
+      !coding::get(reader, open.bounds) || !get_rendition(reading, list.m_rendition) ||
+      !coding::get(reader, counts.groups) || !coding::get(reader, counts.drawables)) {
     return false;
   }
   set_switches(list, switches);
-  return list.m_cMaxOpenDrawables >= 1 && list.m_cMaxLevel >= 1 &&
-         list.m_cMaxLevel <= deepest_level;
+  return true;
 }
 
 /// The stream of the list, up to its end.
@@ -82,9 +85,10 @@ bool get_tree(Reading& reading, DL::DisplayList& list, const Counts& expected) {
 /// Plain drawables come out of a stream with renditions in their colours' places.
 void make_colors_plain(const Reading& reading, const DL::DisplayList& list) {
   for_each_drawable(list, [&reading](DL::Drawable& drawable) {
-    if (drawable.is_palettized() && reading.is_made_for_word(drawable.m_colorData.m_pRendition)) {
-      DL::make_plain(drawable);
-    }
+    const LM_Rendition* rendition = drawable.m_colorData.m_pRendition;
+    if (!drawable.is_palettized() || !reading.is_made_for_word(rendition)) return;
+    const LM_RGB32 color = WordRenditions::color_of(*rendition);
+    if (DL::make_plain(drawable)) drawable.m_colorData.m_color = color;
   });
 }
 
@@ -107,34 +111,32 @@ void hide(const DL::DisplayList& list, const std::vector<std::uint64_t>& drawabl
   });
 }
 
-/// Streams tell neither the level of the open group nor what it is large for.
-void mend_open_group(DL::DisplayList& list, const DL::BoundsTemplate<long>& open_bounds) {
+void mend_open_group(DL::DisplayList& list, const Open& open) {
   if (list.m_pOpenGroup == nullptr) return;
-  list.m_openLevel = depth_of(*list.m_pOpenGroup);
-  list.m_openBounds = open_bounds;
-  list.m_pOpenGroup->add_bounds(list.m_openBounds);
+  list.m_openLevel = open.level;
+  list.m_openBounds = open.bounds;
 }
 
 bool get_list(Reading& reading, DL::DisplayList& list) {
-  DL::BoundsTemplate<long> open_bounds;
+  Open open;
   Counts counts;
   std::vector<std::uint64_t> drawables;
   std::vector<std::uint64_t> groups;
-  if (!get_settings(reading, list, open_bounds, counts) || !get_tree(reading, list, counts) ||
+  if (!get_settings(reading, list, open, counts) || !get_tree(reading, list, counts) ||
       !get_ascending(reading.reader, counts.drawables, drawables) ||
       !get_ascending(reading.reader, counts.groups, groups)) {
     return false;
   }
   make_colors_plain(reading, list);
   hide(list, drawables, groups);
-  mend_open_group(list, open_bounds);
+  mend_open_group(list, open);
   return true;
 }
 
 }  // namespace
 
 std::unique_ptr<DL::DisplayList> read_lists(Reading& reading, lumen::PackedHeap& heap) {
-  constexpr std::uint64_t least_list = 144;  // with an empty tree
+  constexpr std::uint64_t least_list = 148;  // with an empty tree
   std::uint64_t count = 0;
   if (!reading.reader.get_count(count, least_list)) return nullptr;
   std::unique_ptr<DL::DisplayList> list;

@@ -1,5 +1,7 @@
 #include "files/list_writer_p.h"
 
+#include <algorithm>
+
 #include "displaylist/text/drawable_display_list.h"
 #include "files/coding_p.h"
 #include "files/layout_p.h"
@@ -30,6 +32,10 @@ std::uint32_t switches_of(const DL::DisplayList& list) {
   return bits;
 }
 
+std::string drawables_are(std::uint64_t count) {
+  return std::to_string(count) + (count == 1 ? " drawable is" : " drawables are");
+}
+
 }  // namespace
 
 ListWriter::~ListWriter() {
@@ -43,31 +49,46 @@ ListWriter::~ListWriter() {
 }
 
 std::string ListWriter::prepare(DL::DisplayList& list) {
-  visit(list, 1);
-  if (m_too_deep) {
+  if (visit(list, 1) == 0) {
     return "lists are nested in each other more than " + std::to_string(layout::kDeepestNesting) +
            " deep; draw some of them in one list";
   }
-  if (m_unstored == 0) return {};
-  return std::to_string(m_unstored) + (m_unstored == 1 ? " drawable is" : " drawables are") +
-         " of a class that writes no record of its own; remove them, or give their class "
-         "serialize_out and serialize_in";
+  if (m_unstored != 0) {
+    return drawables_are(m_unstored) +
+           " of a class that writes no record of its own; remove them, or give their class "
+           "serialize_out and serialize_in with a tag that is not taken";
+  }
+  if (m_unpalettizable != 0) {
+    return drawables_are(m_unpalettizable) +
+           " drawn with a rendition although their class has no palettized variant; give them a "
+           "colour";
+  }
+  return {};
 }
 
-void ListWriter::visit(DL::DisplayList& list, std::uint32_t depth) {
-  const auto [place, is_new] = m_visits.try_emplace(&list, Visit::open);
-  if (!is_new && place->second == Visit::done) return;
-  if (!is_new || depth > layout::kDeepestNesting) {
-    m_too_deep = true;  // a list inside itself is endlessly deep
-    return;
-  }
-  for_each_drawable(list, [this, depth](DL::Drawable& drawable) {
-    if (drawable.type() != DL::DrawableDisplayList::my_type() || m_too_deep) return;
+std::uint32_t ListWriter::visit(DL::DisplayList& list, std::uint32_t depth) {
+  const auto [place, is_new] = m_heights.try_emplace(&list, 0);
+  if (!is_new) return place->second;  // a list inside itself is endlessly deep
+  if (depth > layout::kDeepestNesting) return 0;
+  const std::uint32_t height = visit_children(list, depth);
+  if (height == 0 || height > layout::kDeepestNesting) return 0;
+  prepare_list(list);
+  return m_heights[&list] = height;
+}
+
+std::uint32_t ListWriter::visit_children(const DL::DisplayList& list, std::uint32_t depth) {
+  std::uint32_t height = 1;
+  for_each_drawable(list, [this, depth, &height](DL::Drawable& drawable) {
+    if (drawable.type() != DL::DrawableDisplayList::my_type() || height == 0) return;
     DL::DisplayList* child = static_cast<DL::DrawableDisplayList&>(drawable).display_list();
-    if (child != nullptr) visit(*child, depth + 1);
+    if (child == nullptr) return;
+    const std::uint32_t below = visit(*child, depth + 1);
+    height = below == 0 ? 0 : std::max(height, below + 1);
   });
-  if (m_too_deep) return;
-  m_visits[&list] = Visit::done;
+  return height;
+}
+
+void ListWriter::prepare_list(DL::DisplayList& list) {
   Prepared& prepared = m_prepared.emplace_back();
   prepared.list = &list;
   prepared.rendition_to_index = list.m_pfnRenditionToIndex;
@@ -93,6 +114,7 @@ void ListWriter::prepare_drawable(Prepared& prepared, DL::Drawable& drawable) {
   ++prepared.drawables;
   const Manner manner = manner_of(drawable, *prepared.list);
   if (manner.way == Way::nothing) ++m_unstored;
+  if (manner.way == Way::unpalettizable) ++m_unpalettizable;
   if (manner.way == Way::form) change(drawable, manner.form);
 }
 
@@ -108,6 +130,7 @@ void ListWriter::write_settings(const Prepared& prepared, ZtFsStream& stream) {
   coding::put(stream, switches_of(list));
   coding::put(stream, list.m_cMaxOpenDrawables);
   coding::put(stream, list.m_cMaxLevel);
+  coding::put(stream, list.m_openLevel);
   coding::put(stream, list.m_openBounds);
   put_rendition(stream, list.m_rendition, m_writing);
   coding::put(stream, prepared.groups);

@@ -43,10 +43,12 @@ class ListWriter {
     std::vector<std::uint64_t> hidden_drawables;  ///< by their place in drawing order
     std::vector<std::uint64_t> hidden_groups;     ///< by their place, parents first
   };
-  /// A list on the way down to the one being visited, or one that is prepared.
-  enum class Visit : std::uint8_t { open, done };
 
-  void visit(DL::DisplayList& list, std::uint32_t depth);
+  /// Prepares the list after those in it. Returns how many lists lie in each
+  /// other there, 0 when they are too many.
+  std::uint32_t visit(DL::DisplayList& list, std::uint32_t depth);
+  std::uint32_t visit_children(const DL::DisplayList& list, std::uint32_t depth);
+  void prepare_list(DL::DisplayList& list);
   void prepare_tree(Prepared& prepared);
   void prepare_drawable(Prepared& prepared, DL::Drawable& drawable);
   void change(DL::Drawable& drawable, DL::class_change::OperationTable form);
@@ -54,10 +56,11 @@ class ListWriter {
 
   Writing m_writing;
   std::vector<Prepared> m_prepared;
-  std::unordered_map<const DL::DisplayList*, Visit> m_visits;
+  /// What `visit` returned; 0 on the way down to the list being visited.
+  std::unordered_map<const DL::DisplayList*, std::uint32_t> m_heights;
   std::vector<std::pair<DL::Drawable*, DL::class_change::OperationTable>> m_changed;
-  std::uint64_t m_unstored = 0;  ///< drawables that write no record
-  bool m_too_deep = false;
+  std::uint64_t m_unstored = 0;        ///< drawables that write no record of their own
+  std::uint64_t m_unpalettizable = 0;  ///< drawables with a rendition that must not have one
 };
 
 }  // namespace files

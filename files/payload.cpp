@@ -1,5 +1,7 @@
 #include "files/payload_p.h"
 
+#include <langinfo.h>
+
 #include <algorithm>
 #include <cstdint>
 #include <memory>
@@ -47,6 +49,13 @@ bool get_properties(PayloadReader& reader, Properties& properties) {
     auto& [key, value] = properties.notes.emplace_back();
     if (!reader.get_text(key) || !reader.get_text(value)) return false;
   }
+  return true;
+}
+
+bool get_character_set(Reading& reading) {
+  std::string name;
+  if (!reading.reader.get_text(name)) return false;
+  reading.has_foreign_texts = !name.empty() && name != nl_langinfo(CODESET);
   return true;
 }
 
@@ -189,6 +198,7 @@ std::string write_payload(PayloadWriter& writer, DL::DisplayList& list,
   put_palette(scan, lists.writing());
   lists.writing().choose_indices(scan.words());
   put_properties(writer, properties);
+  writer.append(lists.writing().character_set());
   put_fonts(writer, lists.writing());
   put_images(writer, lists.writing());
   put_palette(writer, lists.writing());
@@ -200,8 +210,8 @@ void read_payload(PayloadReader& reader, const ReadOptions& options, Contents& c
   contents.heap = std::make_unique<lumen::PackedHeap>();
   Reading reading(reader, *contents.heap, options);
   if (reader.has_failed()) return;
-  if (!get_properties(reader, contents.properties) || !get_fonts(reading) || !get_images(reading) ||
-      !get_palette(reading)) {
+  if (!get_properties(reader, contents.properties) || !get_character_set(reading) ||
+      !get_fonts(reading) || !get_images(reading) || !get_palette(reading)) {
     return reader.fail_of_damage();
   }
   contents.list = read_lists(reading, *contents.heap);

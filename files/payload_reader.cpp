@@ -43,17 +43,16 @@ bool is_cut_off(std::span<const std::byte> file) {
 
 /// What is wrong with the frame around the payload; null when nothing is.
 const char* wrong_with(std::span<const std::byte> file) {
-  const std::size_t magic = std::min(file.size(), sizeof layout::kMagic);
-  if (magic == 0 || std::memcmp(file.data(), layout::kMagic, magic) != 0) return kForeign;
-  if (file.size() < layout::kHeaderSize) return kCutOff;
-  const auto version = value_at<std::uint32_t>(file, sizeof layout::kMagic);
-  const auto flags = value_at<std::uint32_t>(file, sizeof layout::kMagic + sizeof version);
-  if (version != layout::kVersion || flags != layout::kFlags) return kNewer;
+  if (!layout::starts_a_file(file)) return kForeign;
   if (file.size() < layout::kHeaderSize + layout::kFooterSize) return kCutOff;
+  // First, so that a damaged version is not taken for a newer one.
   const std::size_t hashed = file.size() - sizeof(std::uint64_t);
   if (XXH3_64bits(file.data(), hashed) != value_at<std::uint64_t>(file, hashed)) {
     return is_cut_off(file) ? kCutOff : kDamaged;
   }
+  const auto version = value_at<std::uint32_t>(file, sizeof layout::kMagic);
+  const auto flags = value_at<std::uint32_t>(file, sizeof layout::kMagic + sizeof version);
+  if (version != layout::kVersion || flags != layout::kFlags) return kNewer;
   const auto size = value_at<std::uint64_t>(file, file.size() - layout::kFooterSize);
   const bool too_large =
       size > layout::kFreePayload && (size - layout::kFreePayload) / layout::kGrowth > file.size();

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <iterator>
 #include <new>
 #include <utility>
 
@@ -22,18 +21,20 @@ void* WatchedHeap::allocate(std::size_t size) noexcept {
 // --- Renditions ---------------------------------------------------------------
 
 bool Reading::add_rendition(std::int32_t index, std::unique_ptr<LM_Rendition> rendition) {
-  m_kinds[rendition.get()] = Kind::palette;
+  m_palette.insert(rendition.get());
   const bool is_new = m_by_index.emplace(index, rendition.get()).second;
   m_renditions.push_back(std::move(rendition));
   return is_new;
 }
 
 LM_Rendition* Reading::make_for_word(std::uint32_t word) {
+  if (!m_has_client_classes) return m_word_renditions.add(LM_RGB32{word});
+  // A client's drawable may keep drawables of its own, which no walk finds.
   auto made = std::make_unique<LM_Rendition>();
   made->set_color(LM_RGB32{word}, true);
-  m_kinds[made.get()] = Kind::word;
-  m_word_renditions.push_back(std::move(made));
-  return m_word_renditions.back().get();
+  m_lasting.insert(made.get());
+  m_renditions.push_back(std::move(made));
+  return m_renditions.back().get();
 }
 
 LM_Rendition* Reading::rendition_at(std::int32_t index) {
@@ -52,18 +53,18 @@ LM_Rendition* Reading::index_to_rendition(void* self, int index) {
   }
 }
 
-std::vector<std::unique_ptr<LM_Rendition>> Reading::take_renditions() {
-  if (m_has_client_classes) {
-    // A client's drawable may keep drawables of its own, which no walk finds.
-    std::move(m_word_renditions.begin(), m_word_renditions.end(), std::back_inserter(m_renditions));
-    m_word_renditions.clear();
-  }
-  return std::move(m_renditions);
-}
-
 void Reading::post_read(DL::Drawable* drawable) {
   // A nested list has a rendition although its class is no palettized one.
-  if (drawable->type() != DL::DrawableDisplayList::my_type()) DL::standard_post_read(drawable);
+  if (drawable->type() == DL::DrawableDisplayList::my_type()) return;
+  const LM_RGB32 color = WordRenditions::color_of(*drawable->m_colorData.m_pRendition);
+  DL::standard_post_read(drawable);
+  drawable->m_colorData.m_color = color;
+}
+
+void Reading::expect_client_classes() {
+  if (m_has_client_classes) return;
+  m_has_client_classes = true;
+  std::erase_if(m_by_index, [this](const auto& at) { return is_made_for_word(at.second); });
 }
 
 // --- Drawables ----------------------------------------------------------------
@@ -77,10 +78,10 @@ DL::Drawable* Reading::create(std::uint32_t tag) {
   if (const Maker make = maker_of(tag)) return make(&heap);
   DL::Drawable* drawable = nullptr;
   if (options.create_drawable != nullptr) {
+    expect_client_classes();
     drawable = options.create_drawable(options.context, static_cast<std::int32_t>(tag));
   }
   if (drawable == nullptr) fail_of_class(tag);
-  m_has_client_classes = m_has_client_classes || drawable != nullptr;
   return drawable;
 }
 

@@ -3,6 +3,8 @@
 #include <cstdint>
 #include <memory>
 #include <unordered_map>
+#include <unordered_set>
+#include <utility>
 #include <vector>
 
 #include "displaylist/core/display_list.h"
@@ -13,6 +15,7 @@
 #include "displaylist/text/drawable_display_list.h"
 #include "files/drawing_file.h"
 #include "files/payload_reader_p.h"
+#include "files/word_renditions_p.h"
 
 namespace files {
 
@@ -50,14 +53,16 @@ class Reading {
   [[nodiscard]] bool add_rendition(std::int32_t index, std::unique_ptr<LM_Rendition> rendition);
   /// Whether the rendition is one of the file's.
   [[nodiscard]] bool is_in_palette(const LM_Rendition* rendition) const {
-    return is_of_kind(rendition, Kind::palette);
+    return m_palette.contains(rendition);
   }
   /// Whether the rendition stands for the colour of a plain drawable.
   [[nodiscard]] bool is_made_for_word(const LM_Rendition* rendition) const {
-    return is_of_kind(rendition, Kind::word);
+    return m_word_renditions.hold(rendition) || m_lasting.contains(rendition);
   }
   /// Hands over the renditions that may be in use when all is read.
-  [[nodiscard]] std::vector<std::unique_ptr<LM_Rendition>> take_renditions();
+  [[nodiscard]] std::vector<std::unique_ptr<LM_Rendition>> take_renditions() {
+    return std::move(m_renditions);
+  }
 
   /// Takes over a list that those after it may nest.
   void add_child(std::unique_ptr<DL::DisplayList> list);
@@ -72,6 +77,8 @@ class Reading {
   const ReadOptions& options;
   std::vector<LM_Font> fonts;
   std::vector<LM_Handle<LM_Image>> images;
+  /// Whether multibyte texts are in a character set other than the locale's.
+  bool has_foreign_texts = false;
 
  private:
   struct Child {
@@ -80,21 +87,19 @@ class Reading {
     std::uint32_t depth;  ///< how many lists lie in each other there
   };
 
-  enum class Kind : std::uint8_t { palette, word };
-  [[nodiscard]] bool is_of_kind(const LM_Rendition* rendition, Kind kind) const {
-    const auto found = m_kinds.find(rendition);
-    return found != m_kinds.end() && found->second == kind;
-  }
-
   LM_Rendition* rendition_at(std::int32_t index);
   LM_Rendition* make_for_word(std::uint32_t word);
   DL::Drawable* create(std::uint32_t tag);
+  void expect_client_classes();
   void fail_of_class(std::uint32_t tag);
 
   std::vector<std::unique_ptr<LM_Rendition>> m_renditions;
+  std::unordered_set<const LM_Rendition*> m_palette;
   std::unordered_map<std::int32_t, LM_Rendition*> m_by_index;
-  std::vector<std::unique_ptr<LM_Rendition>> m_word_renditions;
-  std::unordered_map<const LM_Rendition*, Kind> m_kinds;
+  WordRenditions m_word_renditions;
+  /// In a file with client classes: the renditions for words that outlive the
+  /// reading, among m_renditions.
+  std::unordered_set<const LM_Rendition*> m_lasting;
   LM_Rendition m_stand_in;  ///< in the place of one that there is no memory for
   bool m_has_client_classes = false;
   std::vector<Child> m_children;

@@ -1,7 +1,9 @@
 #include "files/records_p.h"
 
 #include <algorithm>
+#include <limits>
 #include <new>
+#include <string_view>
 
 #include "displaylist/platform/multibyte.h"
 #include "files/coding_p.h"
@@ -166,14 +168,42 @@ bool Record<DL::DLTexturedPolytriangle>::read(DL::DLTexturedPolytriangle& strip,
 
 namespace {
 
-/// The bytes of a multibyte string of which the text's record holds only as
-/// many as it has characters; none where that is all of them.
-std::string cut_bytes(const DL::EncodedText* text) {
+std::size_t length_of(const DL::EncodedText& text) {
+  return static_cast<std::size_t>(std::max(text.length(), 0));
+}
+
+/// The bytes of a multibyte string up to its end; none of a wide one.
+std::string_view bytes_of(const DL::EncodedText* text) {
   if (text == nullptr || text->isUnicode() || text->multiByteString() == nullptr) return {};
   const unsigned char* bytes = text->multiByteString();
-  const std::size_t size = LM_Multibyte::byte_count(bytes, text->length());
-  if (size <= static_cast<std::size_t>(std::max(text->length(), 0))) return {};
-  return {reinterpret_cast<const char*>(bytes), size};
+  return {reinterpret_cast<const char*>(bytes), LM_Multibyte::byte_count(bytes, text->length())};
+}
+
+/// The bytes where the text's record holds only as many as it has characters;
+/// none where that is all of them.
+std::string_view cut_bytes(const DL::EncodedText* text) {
+  const std::string_view bytes = bytes_of(text);
+  return bytes.empty() || bytes.size() <= length_of(*text) ? std::string_view() : bytes;
+}
+
+bool is_ascii(std::string_view bytes) {
+  return std::all_of(bytes.begin(), bytes.end(),
+                     [](char byte) { return static_cast<unsigned char>(byte) < 0x80; });
+}
+
+/// How many characters of the locale's the bytes are.
+std::int32_t character_count(const std::string& bytes) {
+  std::int32_t count = 0;
+  const auto* at = reinterpret_cast<const unsigned char*>(bytes.c_str());
+  for (; *at != 0; at = LM_Multibyte::advanced(at, 1)) ++count;
+  return count;
+}
+
+/// Whether bytes may be those that the record of this text cuts.
+bool can_be_cut_bytes(const std::string& bytes, const DL::EncodedText& text) {
+  return !text.isUnicode() && text.length() > 0 && bytes.size() > length_of(text) &&
+         bytes.size() < std::numeric_limits<std::int32_t>::max() &&
+         bytes.find('\0') == std::string::npos;
 }
 
 /// Whether there was memory for all of the text.
@@ -185,10 +215,11 @@ bool is_whole(DL::DLText& text) {
 }  // namespace
 
 void Record<DL::DLText>::write(DL::DLText& text, ZtFsStream& stream, Writing& writing) {
-  const std::string bytes = cut_bytes(text.text());
+  const std::string_view cut = cut_bytes(text.text());
+  if (!is_ascii(bytes_of(text.text()))) writing.note_character_set();
   coding::put(stream, writing.font_number(text.get_font()));
-  coding::put(stream, static_cast<std::uint64_t>(bytes.size()));
-  for (const char byte : bytes) coding::put(stream, byte);
+  coding::put(stream, static_cast<std::uint64_t>(cut.size()));
+  for (const char byte : cut) coding::put(stream, byte);
 }
 
 bool Record<DL::DLText>::read(DL::DLText&, Reading& reading) {
@@ -203,11 +234,26 @@ bool Record<DL::DLText>::read(DL::DLText&, Reading& reading) {
 
 void Record<DL::DLText>::complete(DL::DLText& text, Reading& reading) {
   if (reading.reader.has_failed()) return;
-  if (!m_bytes.empty() && text.text() != nullptr) {
-    text.set_text_string(m_bytes.c_str(), text.text()->length(), false);
+  if (!is_whole(text)) return reading.reader.fail_of_memory();
+  const DL::EncodedText& string = *text.text();
+  if (!m_bytes.empty() && !can_be_cut_bytes(m_bytes, string)) {
+    return reading.reader.fail_of_damage();
   }
+  // As many characters may be other bytes in this locale: none of those that
+  // were written are left out.
+  if (m_bytes.empty() && reading.has_foreign_texts) m_bytes = bytes_of(&string);
+  if (m_bytes.size() >= length_of(string) && !m_bytes.empty()) give_bytes(text, reading);
   if (!is_whole(text)) return reading.reader.fail_of_memory();
   *text.get_font() = m_font;
+}
+
+void Record<DL::DLText>::give_bytes(DL::DLText& text, const Reading& reading) const {
+  std::int32_t length = text.text()->length();
+  const auto* bytes = reinterpret_cast<const unsigned char*>(m_bytes.c_str());
+  if (reading.has_foreign_texts || LM_Multibyte::byte_count(bytes, length) != m_bytes.size()) {
+    length = character_count(m_bytes);
+  }
+  text.set_text_string(m_bytes.c_str(), length, false);
 }
 
 // --- Nested lists -----------------------------------------------------------------

@@ -113,6 +113,8 @@ class Record<DL::DLText> : public PlainRecord<DL::DLText, DL::tag::kDLText> {
   void complete(DL::DLText& text, Reading& reading);
 
  private:
+  void give_bytes(DL::DLText& text, const Reading& reading) const;
+
   LM_Font m_font;
   std::string m_bytes;  ///< of a multibyte string that its own record cuts
 };

@@ -2,9 +2,11 @@
 
 #include <cstring>
 #include <unordered_map>
+#include <utility>
 
 #include "displaylist/catalogue.h"
 #include "displaylist/core/tags.h"
+#include "files/layout_p.h"
 #include "files/stored_p.h"
 
 namespace files {
@@ -122,17 +124,74 @@ class FirstWord final : public ZtFsStream {
   std::uint32_t m_word = 0;
 };
 
+/// Takes a drawable out of its chain for its own lifetime.
+class AloneForAWhile {
+ public:
+  explicit AloneForAWhile(DL::Drawable& drawable)
+      : m_drawable(drawable), m_next(std::exchange(drawable.m_pNext, nullptr)) {}
+  AloneForAWhile(const AloneForAWhile&) = delete;
+  AloneForAWhile& operator=(const AloneForAWhile&) = delete;
+  ~AloneForAWhile() { m_drawable.m_pNext = m_next; }
+
+ private:
+  DL::Drawable& m_drawable;
+  DL::Drawable* m_next;
+};
+
 std::uint32_t own_tag_of(DL::Drawable& drawable, DL::DisplayList& list) {
   FirstWord stream;
-  DL::Drawable* next = drawable.m_pNext;
-  drawable.m_pNext = nullptr;
+  const AloneForAWhile alone(drawable);
   drawable.serialize_out(&stream, list);
-  drawable.m_pNext = next;
   return stream.tag();
+}
+
+/// The type of the class that a reader makes for the tag; null for tags that are
+/// not the library's.
+const void* type_of_tag(std::uint32_t tag) {
+  switch (tag) {
+#define FILES_TYPE(Class, Tag) \
+  case Tag:                    \
+    return DL::Class::my_type();
+    DL_STORED_CLASSES(FILES_TYPE)
+    DL_FACTORY_CLASSES(FILES_TYPE)
+#undef FILES_TYPE
+    case StretchedText::kTag:
+      return StretchedText::my_type();
+    default:
+      return nullptr;
+  }
+}
+
+/// Whether drawables of the type never come back with a rendition.
+bool has_no_palettized_variant(const void* type) {
+#define FILES_IS(Class) \
+  if (type == DL::Class::my_type()) return true;
+  DL_PLAIN_ONLY_CLASSES(FILES_IS)
+#undef FILES_IS
+  return false;
 }
 
 Manner in_form(const DL::Drawable& drawable, const Form* form) {
   return {Way::form, drawable.is_palettized() ? form->palettized : form->plain};
+}
+
+/// How an object of a class that is not known here is written, which begins its
+/// own record with the tag.
+Manner manner_of_client_class(const DL::Drawable& drawable, std::uint32_t tag) {
+  const void* type = drawable.type();
+  const void* type_read = type_of_tag(tag);
+  const Form* form = nullptr;
+  if (tag == 0 || type_read == DL::DLText::my_type()) form = form_of_type(type);
+  if (tag == StretchedText::kTag) form = form_of(kStretchedTextTag);
+  const bool is_taken = type_read != nullptr || (tag & layout::kOwnTagBits) == layout::kOwnTags;
+  if (!is_taken && tag != 0) return {};
+  // It comes back as the library's class of its type, if it has the record of that.
+  if (form == nullptr && type_read == nullptr) return {Way::nothing, nullptr};
+  if (type_read != nullptr && type_read != type) return {Way::nothing, nullptr};
+  if (drawable.is_palettized() && has_no_palettized_variant(type)) {
+    return {Way::unpalettizable, nullptr};
+  }
+  return form == nullptr ? Manner{} : in_form(drawable, form);
 }
 
 }  // namespace
@@ -149,15 +208,7 @@ Manner manner_of(DL::Drawable& drawable, DL::DisplayList& list) {
   if (found != known.end()) {
     return found->second == nullptr ? Manner{} : in_form(drawable, found->second);
   }
-  const std::uint32_t tag = own_tag_of(drawable, list);
-  const Form* form = nullptr;
-  if (tag == 0) form = form_of_type(drawable.type());
-  if (tag == DL::tag::kDLText) form = form_of_type(DL::DLText::my_type());
-  if (tag == StretchedText::kTag) form = form_of(kStretchedTextTag);
-  if (form != nullptr) return in_form(drawable, form);
-  // A tag of this library would be read as what it stands for here.
-  const bool is_own = tag != 0 && form_of(tag) == nullptr;
-  return {is_own ? Way::own : Way::nothing, nullptr};
+  return manner_of_client_class(drawable, own_tag_of(drawable, list));
 }
 
 Maker maker_of(std::uint32_t tag) {

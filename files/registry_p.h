@@ -20,9 +20,10 @@ Maker maker_of(std::uint32_t tag);
 
 /// How a drawable writes itself to a file.
 enum class Way : std::uint8_t {
-  own,      ///< by its own record
-  form,     ///< by the record that files have for its class
-  nothing,  ///< not at all
+  own,             ///< by its own record
+  form,            ///< by the record that files have for its class
+  nothing,         ///< not at all
+  unpalettizable,  ///< not at all: it has a rendition and its class has no palettized variant
 };
 
 struct Manner {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstdint>
-
 #include "displaylist/core/display_list.h"
 #include "displaylist/core/group.h"
 #include "displaylist/drawables/drawable.h"
@@ -32,13 +30,6 @@ void for_each_drawable(const DL::DisplayList& list, const Visit& visit) {
     if (!group.contains_drawables()) return;
     for (DL::Drawable* d = group.m_pFirst.drawable; d != nullptr; d = d->m_pNext) visit(*d);
   });
-}
-
-/// How far below the root a group is.
-inline std::int32_t depth_of(const DL::Group& group) {
-  std::int32_t depth = 0;
-  for (const DL::Group* at = group.m_pParent; at != nullptr; at = at->m_pParent) ++depth;
-  return depth;
 }
 
 }  // namespace files

@@ -1,5 +1,7 @@
 #include "files/writing_p.h"
 
+#include <langinfo.h>
+
 #include <cstring>
 
 #include "displaylist/core/tags.h"
@@ -21,9 +23,12 @@ std::uint32_t Writing::list_number(const DL::DisplayList* list) const {
   return found == m_list_numbers.end() ? layout::kNone : found->second;
 }
 
-void Writing::add_list(DL::DisplayList& list) {
-  m_list_numbers.emplace(&list, static_cast<std::uint32_t>(m_lists.size()));
-  m_lists.push_back(&list);
+void Writing::add_list(const DL::DisplayList& list) {
+  m_list_numbers.emplace(&list, static_cast<std::uint32_t>(m_list_numbers.size()));
+}
+
+std::string Writing::character_set() const {
+  return m_has_character_set ? nl_langinfo(CODESET) : "";
 }
 
 int Writing::index_of(const LM_Rendition* rendition) {

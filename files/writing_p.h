@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
@@ -48,9 +49,14 @@ class Writing {
   std::uint32_t image_number(const LM_Image* image);
   /// The number of a list that was added; kNone for null.
   [[nodiscard]] std::uint32_t list_number(const DL::DisplayList* list) const;
-  void add_list(DL::DisplayList& list);
+  void add_list(const DL::DisplayList& list);
   /// The index of a rendition, which means nothing until choose_indices.
   int index_of(const LM_Rendition* rendition);
+
+  /// Tells that there is a multibyte text beyond ASCII.
+  void note_character_set() { m_has_character_set = true; }
+  /// The name of the locale's character set, empty where no text is in it.
+  [[nodiscard]] std::string character_set() const;
 
   /// Gives each rendition an index that is not among the words.
   void choose_indices(const std::unordered_set<std::uint32_t>& taken_words);
@@ -60,15 +66,14 @@ class Writing {
   [[nodiscard]] const std::vector<const LM_Rendition*>& renditions() const {
     return m_renditions.things();
   }
-  [[nodiscard]] const std::vector<DL::DisplayList*>& lists() const { return m_lists; }
 
  private:
   Numbered<LM_Font_Data> m_fonts;
   Numbered<LM_Image> m_images;
   Numbered<LM_Rendition> m_renditions;
   std::vector<std::int32_t> m_indices;  ///< of the renditions
-  std::vector<DL::DisplayList*> m_lists;
   std::unordered_map<const DL::DisplayList*, std::uint32_t> m_list_numbers;
+  bool m_has_character_set = false;
 };
 
 /// Keeps nothing of what is written but the words that may be plain colours.

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "displaylist/core/display_list.h"
@@ -29,6 +30,8 @@ struct Drawing {
   Mapping mapping;                  ///< drawing to logical coordinates
   std::vector<std::string> layers;  ///< the names of the layers read, in drawing order
   bool is_map = false;              ///< filled areas in longitude and latitude
+  /// Keys and values of whoever wrote the file, which are handed on.
+  std::vector<std::pair<std::string, std::string>> notes;
 
   std::size_t drawables = 0;        ///< of the list itself, not of lists in it
   std::size_t points = 0;           ///< vertices kept, as the file has them

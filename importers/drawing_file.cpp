@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <iterator>
 #include <string_view>
 
 #include "displaylist/core/group.h"
@@ -13,10 +14,12 @@ namespace importers {
 
 namespace {
 
-constexpr std::string_view extent_key = "extent";
-constexpr std::string_view map_key = "is map";
-constexpr std::string_view points_key = "points";
-constexpr std::string_view features_key = "features";
+// Told apart from the notes of others by how they begin.
+constexpr std::string_view extent_key = "drawing extent";
+constexpr std::string_view map_key = "drawing is map";
+constexpr std::string_view points_key = "drawing points";
+constexpr std::string_view features_key = "drawing features";
+constexpr std::array own_keys{extent_key, map_key, points_key, features_key};
 constexpr std::string_view yes = "yes";
 
 /// The shortest text that reads back as the same number.
@@ -49,6 +52,10 @@ std::string_view note(const files::Properties& properties, std::string_view key)
   return found == properties.notes.end() ? std::string_view() : found->second;
 }
 
+bool is_own(std::string_view key) {
+  return std::find(own_keys.begin(), own_keys.end(), key) != own_keys.end();
+}
+
 std::size_t count_in(const files::Properties& properties, std::string_view key) {
   std::array<std::size_t, 1> count{};
   return numbers_in(note(properties, key), count) == 1 ? count[0] : 0;
@@ -72,8 +79,15 @@ Extent extent_of(const files::Properties& properties, DL::DisplayList& list) {
   return extent;
 }
 
+/// Whether a drawing can lie there: its sides and its size can be told.
+bool is_finite(const Extent& extent) {
+  return std::isfinite(extent.min_x) && std::isfinite(extent.min_y) &&
+         std::isfinite(extent.width()) && std::isfinite(extent.height());
+}
+
 std::size_t count_drawables(DL::DisplayList& list) {
   std::size_t count = 0;
+  if (list.m_pRootGroup == nullptr) return count;
   DL::DisplayListIterator at(&list);
   for (const DL::Drawable* d = at.current(); d != nullptr; d = at.next()) ++count;
   return count;
@@ -99,15 +113,18 @@ files::Properties properties_of(const Drawing& drawing) {
   if (drawing.is_map) properties.notes.emplace_back(map_key, yes);
   properties.notes.emplace_back(points_key, text_of(drawing.points));
   properties.notes.emplace_back(features_key, text_of(drawing.features));
+  properties.notes.insert(properties.notes.end(), drawing.notes.begin(), drawing.notes.end());
   return properties;
 }
 
 std::string take_over(files::Contents contents, Drawing& drawing) {
   const files::Properties& properties = contents.properties;
-  if (!is_usable(properties))
+  drawing.drawables = count_drawables(*contents.list);
+  if (is_usable(properties)) drawing.extent = extent_of(properties, *contents.list);
+  if (!is_usable(properties) || !is_finite(drawing.extent)) {
     return "has a unit that is no length; it was not written for drawings";
-  drawing.extent = extent_of(properties, *contents.list);
-  if (drawing.extent.is_empty()) {
+  }
+  if (drawing.drawables == 0 || drawing.extent.is_empty()) {
     return "has nothing to draw; choose a file with points, lines or areas";
   }
   drawing.mapping = {properties.origin_x, properties.origin_y, properties.unit_scale};
@@ -115,7 +132,8 @@ std::string take_over(files::Contents contents, Drawing& drawing) {
   drawing.is_map = note(properties, map_key) == yes;
   drawing.points = count_in(properties, points_key);
   drawing.features = count_in(properties, features_key);
-  drawing.drawables = count_drawables(*contents.list);
+  std::copy_if(properties.notes.begin(), properties.notes.end(), std::back_inserter(drawing.notes),
+               [](const auto& entry) { return !is_own(entry.first); });
   // The list before the heap that it lies in.
   drawing.list = std::move(contents.list);
   drawing.renditions = std::move(contents.renditions);

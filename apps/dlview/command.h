@@ -13,7 +13,8 @@ class Command {
   virtual ~Command() = default;
 
   [[nodiscard]] bool is_chosen() const { return m_command->parsed(); }
-  /// Empty on success, else one sentence for standard error.
+  /// Empty on success, else one sentence for standard error. Whether all that
+  /// was printed has gone out is looked at afterwards.
   [[nodiscard]] virtual std::string run() const = 0;
 
  protected:

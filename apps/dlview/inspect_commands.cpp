@@ -2,10 +2,11 @@
 
 #include <cstdio>
 #include <filesystem>
-#include <iostream>
+#include <ostream>
 
 #include "apps/dlview/list_statistics.h"
 #include "apps/dlview/source_options.h"
+#include "apps/dlview/standard_output.h"
 #include "displaylist/core/group.h"
 #include "displaylist/drawables/debug.h"
 #include "files/drawing_file.h"
@@ -23,11 +24,26 @@ void tell_extent(const Drawing& drawing) {
   std::printf("unit        1 of the drawing is %.10g logical units\n", drawing.mapping.scale);
 }
 
+/// The name with a sign in the place of each control character, which a terminal
+/// would obey: those below the space, DEL, and in UTF-8 U+0080 to U+009F.
+std::string printable(const std::string& name) {
+  std::string text;
+  for (std::size_t i = 0; i < name.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(name[i]);
+    const auto next = static_cast<unsigned char>(i + 1 < name.size() ? name[i + 1] : '\0');
+    const bool is_pair = byte == 0xC2 && next >= 0x80 && next < 0xA0;
+    const bool is_control = byte < 0x20 || byte == 0x7F || is_pair;
+    text += is_control ? '?' : name[i];
+    if (is_pair) ++i;
+  }
+  return text;
+}
+
 void tell_layers(const Drawing& drawing) {
   std::printf("layers      %zu", drawing.layers.size());
   const char* between = ": ";
   for (const std::string& layer : drawing.layers) {
-    std::printf("%s%s", between, layer.c_str());
+    std::printf("%s%s", between, printable(layer).c_str());
     between = ", ";
   }
   std::printf("\n");
@@ -106,12 +122,13 @@ std::string DumpCommand::run() const {
   std::string problem = read(m_source, drawing);
   if (!problem.empty()) return problem;
   DL::DisplayListDebug counts;
-  drawing.list->m_pRootGroup->dump_subtree(std::cout, 0, counts);
-  std::cout << counts.m_cGroups << " groups (those with drawables count twice), "
-            << counts.m_cGroupBytes << " bytes; " << counts.m_cDrawables << " drawables, "
-            << counts.m_cDrawableBytes << " bytes and " << counts.m_cEntryBytes
-            << " bytes of entries\n";
-  return std::cout.flush() ? std::string() : "the dump cannot be written to standard output";
+  StandardOutput output;
+  std::ostream out(&output);
+  drawing.list->m_pRootGroup->dump_subtree(out, 0, counts);
+  out << counts.m_cGroups << " groups (those with drawables count twice), " << counts.m_cGroupBytes
+      << " bytes; " << counts.m_cDrawables << " drawables, " << counts.m_cDrawableBytes
+      << " bytes and " << counts.m_cEntryBytes << " bytes of entries\n";
+  return {};
 }
 
 VerifyCommand::VerifyCommand(CLI::App& program)

@@ -1,5 +1,6 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <clocale>
 #include <csignal>
 #include <cstdio>
 #include <exception>
@@ -10,6 +11,7 @@
 #include "apps/dlview/convert_command.h"
 #include "apps/dlview/inspect_commands.h"
 #include "apps/dlview/render_command.h"
+#include "apps/dlview/standard_output.h"
 #include "apps/dlview/usage.h"
 #include "lumen/fonts.h"
 
@@ -52,7 +54,8 @@ int run(int argc, char** argv) {
                                                                &verify};
   const auto* const* chosen = std::find_if(commands.begin(), commands.end(),
                                            [](const dlview::Command* c) { return c->is_chosen(); });
-  const std::string problem = (*chosen)->run();
+  std::string problem = (*chosen)->run();
+  if (problem.empty()) problem = dlview::finish_output();
   return problem.empty() ? success : fail(problem);
 }
 
@@ -61,10 +64,13 @@ int run(int argc, char** argv) {
 int main(int argc, char** argv) {
   // A picture beyond the limit of file sizes is then an error of writing.
   std::signal(SIGXFSZ, SIG_IGN);
+  // Multibyte texts are in the character set of the locale.
+  std::setlocale(LC_CTYPE, "");
   try {
     return run(argc, argv);
   } catch (const std::bad_alloc&) {
-    return fail("there is not enough memory; draw fewer layers or a smaller picture");
+    return fail(
+        "there is not enough memory; choose fewer layers, a smaller drawing or a smaller picture");
   } catch (const std::exception& error) {
     return fail(error.what());
   }

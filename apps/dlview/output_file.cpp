@@ -9,6 +9,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include "apps/dlview/words.h"
+
 namespace dlview {
 
 namespace fs = std::filesystem;
@@ -28,16 +30,6 @@ std::string check_folder(const fs::path& folder) {
   if (access(folder.c_str(), W_OK | X_OK) == 0) return {};
   return "the folder " + name + " may not be written to (" + std::strerror(errno) +
          "); name another";
-}
-
-/// "a, b or c"
-std::string alternatives(const std::vector<std::string>& words) {
-  std::string text;
-  for (const std::string& word : words) {
-    if (!text.empty()) text += &word == &words.back() ? " or " : ", ";
-    text += word;
-  }
-  return text;
 }
 
 }  // namespace
@@ -61,7 +53,12 @@ std::string check_output(const std::string& path, const std::string& input, cons
   if (fs::equivalent(path, input, error)) {
     return failure + "it is the drawing that is to be read; name another output";
   }
-  const fs::path folder = fs::path(path).parent_path();
+  // A pipe or a device is written to where it is.
+  if (fs::exists(path, error) && !fs::is_regular_file(path, error)) return {};
+  // What a link leads to is replaced, not the link.
+  const bool is_link = fs::is_symlink(path, error);
+  const fs::path folder =
+      (is_link ? fs::weakly_canonical(path, error) : fs::path(path)).parent_path();
   const std::string problem = check_folder(folder.empty() ? "." : folder);
   return problem.empty() ? problem : failure + problem;
 }

@@ -32,11 +32,13 @@ void add_source_options(CLI::App& command, Source& source) {
 
 void add_source_look_options(CLI::App& command, Source& source) {
   add_color(command, "--line-color", source.line_color,
-            "Colour of all lines and outlines; one for each layer\nif not given");
+            "Colour of all lines and outlines; one for each layer\nif not given; of no effect in a "
+            ".dlf, which keeps its\nlook");
   add_pixels(command, "--point-size", source.point_size,
-             "Side of point symbols in pixels, 1 to 1000");
+             "Side of point symbols in pixels, 1 to 1000; of no\neffect in a .dlf");
   command.add_flag_callback(
-      "--no-fill", [&source] { source.fill = false; }, "Draw outlines of areas only");
+      "--no-fill", [&source] { source.fill = false; },
+      "Draw outlines of areas only; of no effect in a .dlf");
 }
 
 void add_color(CLI::App& command, const std::string& name, std::optional<LM_RGB32>& color,

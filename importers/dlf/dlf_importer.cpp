@@ -1,6 +1,8 @@
 // Files that keep a display list.
 
-#include <string_view>
+#include <algorithm>
+#include <cctype>
+#include <filesystem>
 #include <utility>
 
 #include "files/drawing_file.h"
@@ -11,6 +13,14 @@ namespace importers::dlf {
 
 namespace {
 
+/// Whether the name ends in .dlf, in letters of any case.
+bool has_its_ending(const std::string& path) {
+  std::string ending = std::filesystem::path(path).extension().string();
+  std::transform(ending.begin(), ending.end(), ending.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return ending == ".dlf";
+}
+
 class DlfImporter final : public Importer {
  public:
   [[nodiscard]] const char* name() const override { return "dlf"; }
@@ -18,7 +28,7 @@ class DlfImporter final : public Importer {
     return "display lists as `dlview convert` writes them";
   }
   [[nodiscard]] Match can_read(const std::string& path) const override {
-    return files::is_drawing_file(path) || path.ends_with(".dlf") ? Match::exact : Match::none;
+    return files::is_drawing_file(path) || has_its_ending(path) ? Match::exact : Match::none;
   }
   [[nodiscard]] std::string read(const std::string& path, const ReadOptions& options,
                                  Drawing& drawing) const override;

@@ -41,15 +41,15 @@ std::string content(const std::string& file) {
 
 }  // namespace
 
-DlviewRun::DlviewRun(const std::vector<std::string>& arguments) {
+DlviewRun::DlviewRun(const std::vector<std::string>& arguments, const std::string& to) {
   const TemporaryFolder folder;
-  const std::string out_file = folder.path("out");
+  const std::string out_file = to.empty() ? folder.path("out") : to;
   const std::string err_file = folder.path("err");
   const pid_t child = fork();
   if (child == 0) execute(arguments, out_file, err_file);
   int state = 0;
   waitpid(child, &state, 0);
   status = WIFEXITED(state) ? WEXITSTATUS(state) : -1;
-  out = content(out_file);
+  if (to.empty()) out = content(out_file);
   err = content(err_file);
 }

@@ -1,16 +1,28 @@
 // The commands that keep drawings in files and tell what is in them.
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
+#include <algorithm>
+#include <array>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
+#include <future>
 #include <iterator>
 #include <regex>
+#include <utility>
+#include <vector>
 
+#include "displaylist/displaylist.h"
+#include "files/drawing_file.h"
 #include "tests/cli/dlview_run.h"
 #include "tests/importers/geojson.h"
 #include "tests/support/temporary_folder.h"
+#include "tests/support/temporary_locale.h"
 
 namespace {
 
@@ -115,6 +127,128 @@ TEST_F(DrawingFile, DumpPrintsEveryGroupAndDrawable) {
                           HasSubstr("\n        DLPolygon: level  2, points = ")));
   const std::regex polygon("DLPolygon: level ");
   EXPECT_EQ(std::distance(std::sregex_iterator(dump.begin(), dump.end(), polygon), {}), 408);
+}
+
+TEST_F(DrawingFile, DumpIsWrittenInFewPieces) {
+  // A pipe tells how much came at once.
+  const std::string pipe = folder.path("pipe");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  std::size_t reads = 0;
+  std::size_t lines = 0;
+  auto reader = std::async(std::launch::async, [&] {
+    const int descriptor = open(pipe.c_str(), O_RDONLY);
+    std::vector<char> buffer(1U << 16U);
+    for (ssize_t got = 0; (got = read(descriptor, buffer.data(), buffer.size())) > 0; ++reads) {
+      lines += static_cast<std::size_t>(std::count(buffer.begin(), buffer.begin() + got, '\n'));
+    }
+    close(descriptor);
+  });
+  const DlviewRun done({"dump", world}, pipe);
+  reader.get();
+  EXPECT_EQ(done.status, 0);
+  EXPECT_GT(lines, 839U);
+  EXPECT_LT(reads, lines / 5);
+}
+
+TEST_F(DrawingFile, WhatCannotBePrintedIsAFailure) {
+  run({"convert", world, kept});
+  for (const char* command : {"info", "dump", "verify"}) {
+    const DlviewRun done({command, kept}, "/dev/full");
+    EXPECT_EQ(done.status, 1) << command;
+    EXPECT_THAT(done.err,
+                AllOf(StartsWith("dlview: standard output cannot be written to"), EndsWith(".\n")));
+  }
+}
+
+TEST_F(DrawingFile, InfoReplacesControlCharacters) {
+  DL::DisplayList list;
+  list.add(
+      new DL::DLPolyline({}, 2, std::array<DL::PointTemplate<long>, 2>{{{0, 0}, {9, 9}}}.data()));
+  files::Properties properties;
+  properties.layers = {"W\xC3\xA4nde\x1B[31m\n",
+                       "a\xC2\x9B"
+                       "1m\x7F"};
+  ASSERT_EQ(files::write_file(kept, list, properties), "");
+  EXPECT_THAT(run({"info", kept}), HasSubstr("layers      2: W\xC3\xA4nde?[31m?, a?1m?\n"));
+}
+
+TEST_F(DrawingFile, WithNothingToDrawIsRefused) {
+  DL::DisplayList empty;
+  DL::DisplayList rootless;
+  delete std::exchange(rootless.m_pRootGroup, nullptr);
+  for (DL::DisplayList* list : {&empty, &rootless}) {
+    files::Properties properties;
+    properties.notes.emplace_back("drawing extent", "0 0 10 10");
+    ASSERT_EQ(files::write_file(kept, *list, properties), "");
+    expect_failure({"dump", kept}, "nothing to draw");
+    expect_failure({"info", kept}, "nothing to draw");
+    expect_failure({"render", kept, "-o", folder.path("out.png")}, "nothing to draw");
+    run({"verify", kept});
+  }
+}
+
+TEST_F(DrawingFile, KeepsTheNotesOfOthersWhenConverted) {
+  DL::DisplayList list;
+  list.add(new DL::DLDot({}, {1, 2}));
+  list.add(new DL::DLDot({}, {10, 20}));
+  files::Properties properties;
+  properties.notes = {{"title", "A house"}, {"points", "of view"}, {"title", "twice"}};
+  ASSERT_EQ(files::write_file(kept, list, properties), "");
+  run({"convert", kept, folder.path("again.dlf")});
+  run({"convert", folder.path("again.dlf"), folder.path("third.dlf")});
+  EXPECT_TRUE(bytes_of(folder.path("again.dlf")) == bytes_of(folder.path("third.dlf")));
+  files::Contents contents;
+  ASSERT_EQ(files::read_file(folder.path("third.dlf"), {}, contents), "");
+  for (const auto& note : properties.notes) {
+    EXPECT_THAT(contents.properties.notes, testing::Contains(note));
+  }
+}
+
+TEST_F(DrawingFile, KeepsMultibyteTextsWhateverTheLocale) {
+  const std::string name =
+      "\xC3\x9C"
+      "berma\xC3\x9F";
+  {
+    const SelectedLocale locale("C.UTF-8");
+    DL::DisplayList list;
+    list.add(new DL::DLText({}, LM_Font(), {1, 2}, name.c_str(), 7, 10, 0.5, {1, 2, 30, 40},
+                            nullptr, false));
+    ASSERT_EQ(files::write_file(kept, list), "");
+  }
+  for (const char* locale : {"C", "C.UTF-8"}) {
+    setenv("LC_ALL", locale, 1);
+    run({"convert", kept, folder.path("again.dlf")});
+    unsetenv("LC_ALL");
+    const SelectedLocale selected("C.UTF-8");
+    files::Contents contents;
+    ASSERT_EQ(files::read_file(folder.path("again.dlf"), {}, contents), "");
+    DL::DisplayListIterator at(contents.list.get());
+    const DL::EncodedText& text = *static_cast<DL::DLText*>(at.current())->text();
+    EXPECT_EQ(reinterpret_cast<const char*>(text.multiByteString()), name) << locale;
+    EXPECT_EQ(text.length(), 7) << locale;
+  }
+}
+
+TEST_F(DrawingFile, IsWrittenThroughALink) {
+  std::filesystem::create_symlink("kept.dlf", folder.path("link.dlf"));
+  run({"convert", world, folder.path("link.dlf")});
+  EXPECT_TRUE(std::filesystem::is_symlink(folder.path("link.dlf")));
+  run({"verify", kept});
+}
+
+TEST_F(DrawingFile, HasItsEndingInLettersOfAnyCase) {
+  const std::string damaged = folder.write("damaged.DLF", "no display list");
+  expect_failure({"info", damaged}, "it is no display list file");
+  run({"convert", world, folder.path("kept.DLF")});
+  EXPECT_THAT(run({"info", folder.path("kept.DLF")}), HasSubstr("drawables   839\n"));
+}
+
+TEST_F(DrawingFile, HelpTellsWhichOptionsItTakesNoHeedOf) {
+  const std::string help = run({"render", "--help"});
+  for (const char* option : {"--line-color", "--point-size", "--no-fill"}) {
+    const std::string about = help.substr(help.find(option));
+    EXPECT_THAT(about.substr(0, about.find("\n  -", 1)), HasSubstr(".dlf")) << option;
+  }
 }
 
 TEST_F(DrawingFile, VerifyTellsThatAFileIsWhole) {

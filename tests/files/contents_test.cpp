@@ -8,7 +8,6 @@
 
 #include "files/drawing_file.h"
 #include "tests/files/file_checks.h"
-#include "tests/support/client_drawables.h"
 #include "tests/support/sample_drawables.h"
 #include "tests/support/temporary_locale.h"
 
@@ -62,6 +61,42 @@ TEST(Contents, SettingsComeBack) {
   EXPECT_EQ(read.m_pfnIndexToRendition, nullptr);
   EXPECT_EQ(read.m_pfnCreateDrawable, nullptr);
   EXPECT_EQ(read.m_pfnPostRead, nullptr);
+}
+
+TEST(Contents, SettingsOfAnyValueComeBack) {
+  for (const std::int32_t value : {INT32_MIN, -1, 0, 32, INT32_MAX}) {
+    DL::DisplayList list;
+    for (std::int32_t i = 0; i < 10; ++i) list.add(new DL::DLDot({}, {i * 1000, i}));
+    list.m_cMaxOpenDrawables = value;
+    list.m_cMaxLevel = value;
+    list.m_openLevel = value;
+    const files::Contents contents = file_checks::read_back(file_checks::written(list));
+    ASSERT_NE(contents.list, nullptr);
+    DL::DisplayList& read = *contents.list;
+    EXPECT_EQ(read.m_cMaxOpenDrawables, value);
+    EXPECT_EQ(read.m_cMaxLevel, value);
+    EXPECT_EQ(read.m_openLevel, value);
+    for (std::int32_t i = 0; i < 300; ++i) {
+      EXPECT_NE(read.add(new DL::DLDot({}, {i * 7919 % 1000 * 1000, i})), nullptr);
+    }
+    EXPECT_EQ(drawables_of(read).size(), 310U);
+  }
+}
+
+TEST(Contents, AListThatWasReadFromAStreamGoesOnTheSame) {
+  // Its open group counts as level 0, however deep it lies, and as empty.
+  DL::DisplayList list;
+  list.m_cMaxOpenDrawables = 3;
+  for (std::int32_t i = 0; i < 20; ++i) list.add(new DL::DLDot({}, {i * 7919 % 1000 * 1000, i}));
+  ASSERT_GT(list.m_openLevel, 0);
+  list.m_openLevel = 0;
+  list.m_openBounds = {};
+  files::Contents contents = file_checks::read_back(file_checks::written(list));
+  EXPECT_EQ(contents.list->m_openLevel, 0);
+  for (DL::DisplayList* to : {&list, contents.list.get()}) {
+    for (std::int32_t i = 0; i < 50; ++i) to->add(new DL::DLDot({}, {i * 104729 % 1000 * 1000, i}));
+  }
+  EXPECT_EQ(file_checks::describe(*contents.list), file_checks::describe(list));
 }
 
 TEST(Contents, RenditionsComeBackWhole) {
@@ -177,25 +212,6 @@ TEST(Contents, FontsComeBackExactly) {
   EXPECT_EQ(nth<DL::DLText>(read, 3).get_font()->data(), nullptr) << "the usual font";
 }
 
-TEST(Contents, MultibyteTextsComeBackWhole) {
-  const SelectedLocale locale("C.UTF-8");
-  ASSERT_TRUE(locale.is_selected());
-  DL::DisplayList list;
-  list.add(new_text(LM_Font(),
-                    L"\x00DC"
-                    L"berma\x00DF",
-                    false));
-  list.add(new_text(LM_Font(), L"plain", false));
-  const files::Contents contents = file_checks::read_back(file_checks::written(list));
-  for (std::size_t i = 0; i < 2; ++i) {
-    const DL::EncodedText& read = *nth<DL::DLText>(*contents.list, i).text();
-    const DL::EncodedText& original = *nth<DL::DLText>(list, i).text();
-    EXPECT_EQ(read.length(), original.length());
-    EXPECT_STREQ(reinterpret_cast<const char*>(read.multiByteString()),
-                 reinterpret_cast<const char*>(original.multiByteString()));
-  }
-}
-
 TEST(Contents, AddingGoesOnWhereItWas) {
   DL::DisplayList list;
   list.m_cMaxOpenDrawables = 3;
@@ -213,6 +229,25 @@ TEST(Contents, AddingGoesOnWhereItWas) {
     EXPECT_EQ(contents.list->m_cOpenDrawables, list.m_cOpenDrawables);
     add_dots(*contents.list, count, count + 30);
     add_dots(list, count, count + 30);
+    EXPECT_EQ(file_checks::describe(*contents.list), file_checks::describe(list));
+  }
+}
+
+TEST(Contents, AddingGoesOnTheSameWithBoundsOtherThanTheDrawablesOwn) {
+  DL::DisplayList list;
+  list.m_cMaxOpenDrawables = 3;
+  const auto add_lines = [](DL::DisplayList& to, std::int32_t from, std::int32_t last) {
+    for (std::int32_t i = from; i < last; ++i) {
+      const LogicalPoint point{i * 7919 % 100 * 1000, i * 104729 % 100 * 1000};
+      const LogicalPoint line[] = {point, {point.x + 5000, point.y + 5000}};
+      to.add(new DL::DLPolyline({}, 2, line), {point.x, point.y, point.x, point.y}, 0);
+    }
+  };
+  for (const std::int32_t count : {1, 2, 3, 4, 10, 50}) {
+    add_lines(list, 0, count);
+    files::Contents contents = file_checks::read_back(file_checks::written(list));
+    add_lines(*contents.list, count, count + 30);
+    add_lines(list, count, count + 30);
     EXPECT_EQ(file_checks::describe(*contents.list), file_checks::describe(list));
   }
 }
@@ -288,6 +323,26 @@ TEST(NestedLists, AreKeptDownToADepth) {
   EXPECT_THAT(unused, IsEmpty());
 }
 
+TEST(NestedLists, ThatAreSharedCountWhereTheyLieDeepest) {
+  // First nested by the drawing itself, then 40 deep in it: 41 + 40 in all.
+  std::unique_ptr<DL::DisplayList> shared = nested_lists(40);
+  auto* nested = new DL::DrawableDisplayList(nullptr, shared.release(), nullptr);
+  auto* twin = static_cast<DL::DrawableDisplayList*>(nested->clone());
+  auto inner = std::make_unique<DL::DisplayList>();
+  inner->add(twin);
+  for (int i = 0; i < 39; ++i) {
+    auto outer = std::make_unique<DL::DisplayList>();
+    outer->add(new DL::DrawableDisplayList(nullptr, inner.release(), nullptr));
+    inner = std::move(outer);
+  }
+  DL::DisplayList list;
+  list.add(nested);
+  list.add(new DL::DrawableDisplayList(nullptr, inner.release(), nullptr));
+  file_checks::Bytes bytes;
+  EXPECT_THAT(files::write_bytes(bytes, list), HasSubstr("nested in each other more than 64"));
+  EXPECT_THAT(bytes, IsEmpty());
+}
+
 TEST(NestedLists, TextsAndEllipsesReferToTheListTheyAreIn) {
   auto* child = new DL::DisplayList;
   child->add(new DL::DLEllipse({}, {1, 2}, 30, 20, 0, child));
@@ -296,70 +351,6 @@ TEST(NestedLists, TextsAndEllipsesReferToTheListTheyAreIn) {
   const files::Contents contents = file_checks::read_back(file_checks::written(list));
   DL::DisplayList* read = nth<DL::DrawableDisplayList>(*contents.list, 0).display_list();
   EXPECT_EQ(nth<DL::DLEllipse>(*read, 0).display_list, read);
-}
-
-// --- A client's classes -------------------------------------------------------
-
-TEST(ClientClasses, AreKeptByTheirRecords) {
-  DL::DisplayList list;
-  list.add(new client::StoredMark(17), {1, 2, 3, 4}, 0);
-  list.add(new client::StoredMark(18), {1, 2, 3, 4}, 0);
-  const file_checks::Bytes bytes = file_checks::written(list);
-  const files::Contents contents = file_checks::read_back(bytes, {&client::create, nullptr});
-  EXPECT_EQ(nth<client::StoredMark>(*contents.list, 0).m_value, 17U);
-  EXPECT_EQ(nth<client::StoredMark>(*contents.list, 1).m_value, 18U);
-  EXPECT_EQ(nth<client::StoredMark>(*contents.list, 1).m_colorData.m_color, LM_RGB32{18});
-  files::Contents none;
-  EXPECT_THAT(files::read_bytes(bytes, {}, none), HasSubstr("0x40000001"));
-  EXPECT_EQ(none.list, nullptr);
-}
-
-TEST(ClientClasses, WithoutRecordsAreNotLostSilently) {
-  DL::DisplayList list;
-  list.add(new DL::DLDot({}, {1, 2}));
-  list.add(new client::UnstoredMark(1), {1, 2, 3, 4}, 0);
-  list.add(new client::Mark(2), {1, 2, 3, 4}, 0);
-  list.add(samples::make_plain<DL::DLPolygon>().release());
-  file_checks::Bytes bytes;
-  EXPECT_THAT(files::write_bytes(bytes, list), HasSubstr("2 drawables are of a class"));
-  EXPECT_THAT(bytes, IsEmpty());
-  EXPECT_EQ(nth<DL::Drawable>(list, 3).type(), DL::DLPolygon::my_type());
-  EXPECT_EQ(file_checks::class_of(nth<DL::Drawable>(list, 3)),
-            DL::class_change::operation_table<DL::DLPolygon>());
-}
-
-/// A mark that takes a tag which files have for another class.
-class Usurper final : public client::Mark {
- public:
-  void serialize_out(ZtFsStream* stream, DL::DisplayList& list) override {
-    client::write(*stream, 0x40000013);
-    Drawable::serialize_out(stream, list);
-  }
-};
-
-TEST(ClientClasses, WithATagThatIsTakenAreRefused) {
-  DL::DisplayList list;
-  list.add(new Usurper, {1, 2, 3, 4}, 0);
-  file_checks::Bytes bytes;
-  EXPECT_THAT(files::write_bytes(bytes, list), HasSubstr("1 drawable is of a class"));
-}
-
-/// A polygon of a client's, with what it inherits.
-class Field final : public DL::DLPolygon {
- public:
-  using DLPolygon::DLPolygon;
-};
-
-TEST(ClientClasses, WithTheTypeOfALibraryClassAreKeptAsThat) {
-  DL::DisplayList list;
-  list.add(new Field(LM_RGB32{9}, samples::kPointCount, samples::kPoints));
-  const void* before = file_checks::class_of(nth<DL::Drawable>(list, 0));
-  const files::Contents contents = file_checks::read_back(file_checks::written(list));
-  EXPECT_EQ(file_checks::class_of(nth<DL::Drawable>(list, 0)), before);
-  EXPECT_EQ(file_checks::class_of(nth<DL::Drawable>(*contents.list, 0)),
-            DL::class_change::operation_table<DL::DLPolygon>());
-  EXPECT_EQ(file_checks::geometry(nth<DL::Drawable>(*contents.list, 0)),
-            file_checks::geometry(nth<DL::Drawable>(list, 0)));
 }
 
 }  // namespace

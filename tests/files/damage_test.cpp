@@ -137,6 +137,11 @@ TEST(DamagedFile, TellsWhatIsWrong) {
   wrong[13] = std::byte{1};
   packing::seal(wrong);
   EXPECT_THAT(read_and_use(wrong), HasSubstr("newer version"));
+  for (const std::size_t place : {8U, 13U}) {
+    wrong = file;
+    wrong[place] = std::byte{2};
+    EXPECT_THAT(read_and_use(wrong), HasSubstr("is damaged")) << "without its checksum";
+  }
   wrong = file;
   wrong[file.size() / 2] ^= std::byte{4};
   EXPECT_THAT(read_and_use(wrong), HasSubstr("is damaged"));

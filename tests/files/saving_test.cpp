@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -71,6 +72,39 @@ TEST(Saving, TellsFileAndReason) {
   EXPECT_THAT(files::read_file(foreign, {}, contents),
               HasSubstr("'" + foreign + "': it is no display list file"));
   EXPECT_THAT(files::read_file(folder.path(""), {}, contents), HasSubstr("directory"));
+}
+
+TEST(Reading, TakesRegularFilesOnly) {
+  const TemporaryFolder folder;
+  files::Contents contents;
+  EXPECT_THAT(files::read_file(folder.path("."), {}, contents), HasSubstr("it is a directory"));
+  const std::string pipe = folder.path("pipe");
+  ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
+  EXPECT_THAT(files::read_file(pipe, {}, contents), HasSubstr("it is a pipe or a device"));
+  EXPECT_THAT(files::read_file("/dev/zero", {}, contents), HasSubstr("it is a pipe or a device"));
+  EXPECT_FALSE(files::is_drawing_file(pipe));
+  EXPECT_FALSE(files::is_drawing_file(folder.path(".")));
+}
+
+TEST(Reading, LooksNoFurtherThanTheStartOfForeignFiles) {
+  const TemporaryFolder folder;
+  // Most of it is a hole, but reading it would take its size in memory.
+  const std::string path = folder.write("large", "no display list");
+  std::filesystem::resize_file(path, std::uintmax_t{1} << 36U);
+  files::Contents contents;
+  EXPECT_THAT(files::read_file(path, {}, contents), HasSubstr("it is no display list file"));
+  EXPECT_FALSE(files::is_drawing_file(path));
+}
+
+TEST(Saving, GoesThroughALink) {
+  const TemporaryFolder folder;
+  std::filesystem::create_symlink("drawing.dlf", folder.path("link.dlf"));
+  DL::DisplayList list;
+  add_dots(list, 10);
+  ASSERT_EQ(files::write_file(folder.path("link.dlf"), list), "");
+  EXPECT_TRUE(std::filesystem::is_symlink(folder.path("link.dlf")));
+  EXPECT_EQ(drawables_in(folder.path("drawing.dlf")), 10U);
+  EXPECT_TRUE(files::is_drawing_file(folder.path("link.dlf")));
 }
 
 TEST(Saving, ThatFailsLeavesTheOldFile) {
