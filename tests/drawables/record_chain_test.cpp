@@ -1,13 +1,12 @@
 #include <gtest/gtest.h>
-#include <pthread.h>
 
 #include <cstddef>
-#include <functional>
 
 #include "tests/support/drawable_chain.h"
 #include "tests/support/memory_stream.h"
 #include "tests/support/palette.h"
 #include "tests/support/recorded_list.h"
+#include "tests/support/small_stack.h"
 
 // A chain of a million drawables: one call per drawable would need more than
 // 8 MB of stack; here there are a few kilobytes.
@@ -27,21 +26,6 @@ constexpr std::size_t kStackSize = 64 * 1024;
 #endif
 constexpr int kLength = 1'000'000;
 
-/// Runs the work on a thread with little stack.
-void run_with_small_stack(std::function<void()> work) {
-  pthread_attr_t attributes;
-  ASSERT_EQ(pthread_attr_init(&attributes), 0);
-  ASSERT_EQ(pthread_attr_setstacksize(&attributes, kStackSize), 0);
-  pthread_t thread;
-  const auto run = [](void* function) -> void* {
-    (*static_cast<std::function<void()>*>(function))();
-    return nullptr;
-  };
-  ASSERT_EQ(pthread_create(&thread, &attributes, run, &work), 0);
-  pthread_join(thread, nullptr);
-  pthread_attr_destroy(&attributes);
-}
-
 DL::Drawable* make_long_chain() {
   DL::Drawable* first = nullptr;
   for (int i = kLength - 1; i >= 0; --i) {
@@ -57,12 +41,12 @@ TEST(LongChain, IsWrittenAndReadWithConstantStack) {
   RecordedList recorded;
   Palette palette(recorded.list);
   MemoryStream stream;
-  run_with_small_stack([&] { chain.first()->serialize_out(&stream, recorded.list); });
+  run_with_stack(kStackSize, [&] { chain.first()->serialize_out(&stream, recorded.list); });
   // Five words each and the end marker.
   ASSERT_EQ(stream.size(), 4U * (5U * kLength + 1U));
 
   DL::Drawable* first = nullptr;
-  run_with_small_stack([&] { first = read_drawables(stream, recorded.list); });
+  run_with_stack(kStackSize, [&] { first = read_drawables(stream, recorded.list); });
   const DrawableChain read_chain(first);
   EXPECT_TRUE(stream.at_end());
   int length = 0;
@@ -83,7 +67,7 @@ TEST(LongChain, OfDrawablesThatAreNotStoredIsWrittenWithConstantStack) {
   }
   RecordedList recorded;
   MemoryStream stream;
-  run_with_small_stack([&] { first->serialize_out(&stream, recorded.list); });
+  run_with_stack(kStackSize, [&] { first->serialize_out(&stream, recorded.list); });
   EXPECT_EQ(stream.words(),
             (std::vector<std::uint32_t>{0x80000010, 1, 2, 0x20000002, 3, 0x10000002}));
 }
@@ -97,7 +81,7 @@ TEST(LongChain, ThatIsCutOffIsReadWithConstantStack) {
   }
   stream.truncate(stream.size() - 4 - 3 * 4);  // the last dot has tag and x
   DL::Drawable* first = nullptr;
-  run_with_small_stack([&] { first = read_drawables(stream, recorded.list); });
+  run_with_stack(kStackSize, [&] { first = read_drawables(stream, recorded.list); });
   const DrawableChain read_chain(first);
   EXPECT_EQ(read_chain.drawables().size(), static_cast<std::size_t>(kLength));
 }
