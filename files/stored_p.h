@@ -46,7 +46,8 @@ class Stored : public Variant {
         parent_tag != Record<T>::kParentTag) {
       return reading.reader.fail_of_damage();
     }
-    drawable.Parent::serialize_in(&stream, list);
+    Parent& parent = drawable;
+    parent.Parent::serialize_in(&stream, list);
     record.complete(drawable, reading);
   }
 };
