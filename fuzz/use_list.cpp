@@ -1,6 +1,7 @@
 #include "fuzz/use_list.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <sstream>
 
 #include "displaylist/displaylist.h"
@@ -51,7 +52,36 @@ void expect_same_walks(DL::DisplayList& list, const std::vector<const Drawable*>
   }
 }
 
+/// Keeps from drawing what takes as long as its numbers say: rows of billions of
+/// dots, and lists that are nested in each other many times.
+class NotDrawn final : public DL::Extra_Drawable_Info {
+ public:
+  explicit NotDrawn(DL::DisplayList& list) : m_list(list) { give(this); }
+  NotDrawn(const NotDrawn&) = delete;
+  NotDrawn& operator=(const NotDrawn&) = delete;
+  ~NotDrawn() { give(nullptr); }
+
+  bool is_drawn() override { return false; }
+
+ private:
+  static bool takes_long(Drawable& drawable) {
+    if (drawable.type() == DL::DrawableDisplayList::my_type()) return true;
+    constexpr std::int32_t many_dots = 10'000;
+    return drawable.type() == DL::DLRowOfDots::my_type() &&
+           static_cast<DL::DLRowOfDots&>(drawable).dot_count > many_dots;
+  }
+  void give(DL::Extra_Drawable_Info* info) {
+    DL::DisplayListIterator at(&m_list);
+    for (Drawable* d = at.current(); d != nullptr; d = at.next()) {
+      if (takes_long(*d)) d->set_drawable_info(info);
+    }
+  }
+
+  DL::DisplayList& m_list;
+};
+
 void draw(DL::DisplayList& list) {
+  const NotDrawn not_drawn(list);
   const Group& root = *list.m_pRootGroup;
   const Bounds inner{-1000, -1000, 1000, 1000};
   root.draw_unclipped(list);
