@@ -17,7 +17,16 @@ if(DISPLAYLIST_SANITIZE)
   target_link_options(displaylist_options INTERFACE -fsanitize=${DISPLAYLIST_SANITIZE})
 endif()
 
+# What the shared libraries are compiled with besides: they call their own functions
+# directly, which nobody replaces at run time.
+add_library(displaylist_library_options INTERFACE)
+target_link_libraries(displaylist_library_options INTERFACE displaylist_options)
+target_compile_options(displaylist_library_options INTERFACE -fno-semantic-interposition)
+target_link_options(displaylist_library_options INTERFACE -Wl,-Bsymbolic-functions)
+
 find_program(CCACHE ccache)
+# It keeps nothing made with precompiled headers unless told not to look into them.
+set(CCACHE_SETTINGS CCACHE_SLOPPINESS=pch_defines,time_macros)
 if(CCACHE)
-  set(CMAKE_CXX_COMPILER_LAUNCHER ${CCACHE})
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${CMAKE_COMMAND} -E env ${CCACHE_SETTINGS} ${CCACHE})
 endif()

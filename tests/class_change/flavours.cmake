@@ -5,11 +5,12 @@ function(displaylist_class_change_test COMPILER COMPILER_PATH FLAVOUR FLAGS)
   set(BINARY_DIR ${CMAKE_CURRENT_BINARY_DIR}/class_change/${COMPILER}-${FLAVOUR})
   add_test(NAME class_change.${COMPILER}.${FLAVOUR}
     COMMAND ${CMAKE_CTEST_COMMAND} --build-and-test ${SOURCE_DIR} ${BINARY_DIR}
-      --build-generator Ninja
+      --build-generator Ninja --build-noclean
       --build-options -DCMAKE_CXX_COMPILER=${COMPILER_PATH} -DFLAVOUR=${FLAGS}
-        -DLUMEN=$<TARGET_FILE:lumen> -DCMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER}
+        -DLUMEN=$<TARGET_FILE:lumen> -DCMAKE_CXX_COMPILER_LAUNCHER=$<$<BOOL:${CCACHE}>:${CCACHE}>
       --test-command ${BINARY_DIR}/class_change)
-  set_tests_properties(class_change.${COMPILER}.${FLAVOUR} PROPERTIES TIMEOUT 600 COST 1000)
+  set_tests_properties(class_change.${COMPILER}.${FLAVOUR} PROPERTIES TIMEOUT 600 COST 1000
+    ENVIRONMENT "${CCACHE_SETTINGS}")
 endfunction()
 
 function(displaylist_class_change_tests COMPILER PROGRAM LTO_FLAGS)
