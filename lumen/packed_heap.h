@@ -7,9 +7,10 @@
 
 namespace lumen {
 
-/// A heap that lays blocks of one size densely side by side: no header per
-/// block, sizes up to 256 bytes rounded to 8. Destroying it gives all its
-/// memory back to the system at once. Any thread may allocate and release.
+/// A heap that lays blocks densely side by side in the order in which they are
+/// asked for: no header per block, sizes up to 256 bytes rounded to 8. Destroying
+/// it gives all its memory back to the system at once. Any thread may allocate and
+/// release.
 ///
 /// With LUMEN_PLAIN_HEAP every block is a malloc of its own, so that the
 /// sanitizers watch each one; blocks not released are then left to them.

@@ -2,6 +2,8 @@
 
 #include "lumen/heap/packed_heap_core_p.h"
 
+#include <algorithm>
+#include <bit>
 #include <new>
 
 namespace lumen {
@@ -11,44 +13,80 @@ PackedHeap::Core::~Core() {
 }
 
 void* PackedHeap::Core::allocate(std::size_t size) noexcept {
-  const std::lock_guard lock(m_mutex);
-  return size <= largest_class_size ? allocate_small(size) : allocate_large(size);
+  const std::lock_guard lock(m_lock);
+  return size <= largest_class_size ? allocate_block(size) : allocate_large(size);
 }
 
 void PackedHeap::Core::release(void* memory) noexcept {
   const auto address = reinterpret_cast<std::uintptr_t>(memory);
   auto* slab = reinterpret_cast<Slab*>(address & ~(std::uintptr_t{slab_size} - 1));
   Core* owner = slab->owner;
-  const std::lock_guard lock(owner->m_mutex);
+  const std::lock_guard lock(owner->m_lock);
   owner->release_from(slab, memory);
 }
 
 std::size_t PackedHeap::Core::bytes_in_use() const {
-  const std::lock_guard lock(m_mutex);
-  return m_in_use;
+  const std::lock_guard lock(m_lock);
+  return m_inUse;
 }
 
 std::size_t PackedHeap::Core::bytes_reserved() const {
-  const std::lock_guard lock(m_mutex);
+  const std::lock_guard lock(m_lock);
   return m_reserved;
 }
 
-void* PackedHeap::Core::allocate_small(std::size_t size) noexcept {
-  const std::size_t class_index = size_class(size);
-  Slab* slab = m_usable[class_index];
-  if (slab == nullptr) slab = new_slab(class_index);
-  if (slab == nullptr) return nullptr;
+void PackedHeap::Core::BlockSlab::start_anew() {
+  starts.fill(0);
+  carved = sizeof(BlockSlab);
+  set_start(carved);
+}
 
-  void* memory = slab->free_blocks;
+void* PackedHeap::Core::BlockSlab::carve(std::size_t block_size) {
+  // The bit of the end needs a place within the slab.
+  if (carved + block_size >= slab_size) return nullptr;
+  char* block = at(carved);
+  carved += static_cast<std::uint32_t>(block_size);
+  set_start(carved);
+  return block;
+}
+
+std::size_t PackedHeap::Core::BlockSlab::block_size_at(std::size_t offset) const {
+  const std::size_t behind = offset / kGranule + 1;
+  std::size_t word = behind / kWordBits;
+  std::uint64_t bits = starts[word] >> (behind % kWordBits) << (behind % kWordBits);
+  while (bits == 0) bits = starts[++word];
+  const std::size_t end = word * kWordBits + static_cast<std::size_t>(std::countr_zero(bits));
+  return end * kGranule - offset;
+}
+
+void* PackedHeap::Core::allocate_block(std::size_t size) noexcept {
+  const std::size_t class_index = size_class(std::max(size, kSmallestBlock));
+  const std::size_t block_size = class_block_size(class_index);
+  void* memory = m_free[class_index];
   if (memory != nullptr) {
-    slab->free_blocks = slab->free_blocks->next;
+    unlink_free(class_index, m_free[class_index]);
   } else {
-    memory = slab->block(slab->carved++);
+    memory = carve(block_size <= largest_dense_size ? small : medium, block_size);
+    if (memory == nullptr) return nullptr;
   }
-  ++slab->live;
-  m_in_use += slab->block_size;
-  if (!slab->has_room()) unlink_usable(slab);
+  const auto address = reinterpret_cast<std::uintptr_t>(memory);
+  reinterpret_cast<Slab*>(address & ~(std::uintptr_t{slab_size} - 1))->live += 1;
+  m_inUse += block_size;
   return memory;
+}
+
+void* PackedHeap::Core::carve(Kind kind, std::size_t block_size) noexcept {
+  BlockSlab*& carved = m_carved[kind];
+  void* memory = carved == nullptr ? nullptr : carved->carve(block_size);
+  if (memory != nullptr) return memory;
+  // A heap that grows fills its next slab soon.
+  constexpr std::size_t small_heap = 16 * slab_size;
+  auto* slab = static_cast<BlockSlab*>(take_region(slab_size, m_reserved >= small_heap));
+  if (slab == nullptr) return nullptr;
+  slab->start_anew();
+  // One without live blocks starts anew, and so has room.
+  carved = slab;
+  return slab->carve(block_size);
 }
 
 void* PackedHeap::Core::allocate_large(std::size_t size) noexcept {
@@ -56,48 +94,56 @@ void* PackedHeap::Core::allocate_large(std::size_t size) noexcept {
   // neighbouring regions stay one mapping, of which a process has few.
   if (size > PTRDIFF_MAX - sizeof(Slab) - slab_size) return nullptr;
   const std::size_t region_size = (size + sizeof(Slab) + slab_size - 1) / slab_size * slab_size;
-  Slab* slab = take_region(region_size);
+  Slab* slab = take_region(region_size, false);
   if (slab == nullptr) return nullptr;
-  slab->class_index = large_class;
-  slab->block_size = region_size - sizeof(Slab);
   slab->live = 1;
-  m_in_use += slab->block_size;
-  return slab->block(0);
+  m_inUse += region_size - sizeof(Slab);
+  return slab->at(sizeof(Slab));
 }
 
 void PackedHeap::Core::release_from(Slab* slab, void* memory) noexcept {
-  m_in_use -= slab->block_size;
-  if (slab->class_index == large_class) return return_region(slab);
-  if (!slab->has_room()) link_usable(slab);
-  slab->free_blocks = new (memory) FreeBlock{slab->free_blocks};
+  // Only a large region has a block right behind the header.
+  if (memory != slab->at(sizeof(Slab))) return release_block(static_cast<BlockSlab*>(slab), memory);
+  m_inUse -= slab->region_size - sizeof(Slab);
+  return_region(slab);
+}
+
+void PackedHeap::Core::release_block(BlockSlab* slab, void* memory) noexcept {
+  const auto offset = static_cast<std::size_t>(static_cast<char*>(memory) - slab->at(0));
+  const std::size_t block_size = slab->block_size_at(offset);
+  m_inUse -= block_size;
+  link_free(size_class(block_size), memory);
   if (--slab->live == 0) retire(slab);
 }
 
-void PackedHeap::Core::retire(Slab* slab) noexcept {
-  unlink_usable(slab);
-  if (m_spare == nullptr) {
-    m_spare = slab;
+void PackedHeap::Core::retire(BlockSlab* slab) noexcept {
+  for (std::size_t offset = sizeof(BlockSlab); offset < slab->carved;) {
+    const std::size_t block_size = slab->block_size_at(offset);
+    unlink_free(size_class(block_size), reinterpret_cast<FreeBlock*>(slab->at(offset)));
+    offset += block_size;
+  }
+  if (slab == m_carved[small] || slab == m_carved[medium]) {
+    slab->start_anew();
   } else {
     return_region(slab);
   }
 }
 
-PackedHeap::Core::Slab* PackedHeap::Core::new_slab(std::size_t class_index) noexcept {
-  Slab* slab = m_spare;
-  m_spare = nullptr;
-  if (slab == nullptr) slab = take_region(slab_size);
-  if (slab == nullptr) return nullptr;
-  slab->class_index = static_cast<std::uint32_t>(class_index);
-  slab->block_size = class_block_size(class_index);
-  slab->capacity = static_cast<std::uint32_t>((slab_size - sizeof(Slab)) / slab->block_size);
-  slab->carved = 0;
-  slab->free_blocks = nullptr;
-  link_usable(slab);
-  return slab;
+void PackedHeap::Core::link_free(std::size_t class_index, void* memory) noexcept {
+  FreeBlock*& first = m_free[class_index];
+  auto* block = new (memory) FreeBlock{first, nullptr};
+  if (first != nullptr) first->previous = block;
+  first = block;
 }
 
-PackedHeap::Core::Slab* PackedHeap::Core::take_region(std::size_t region_size) noexcept {
-  void* pages = take_pages(region_size);
+void PackedHeap::Core::unlink_free(std::size_t class_index, FreeBlock* block) noexcept {
+  if (block->next != nullptr) block->next->previous = block->previous;
+  (block->previous != nullptr ? block->previous->next : m_free[class_index]) = block->next;
+}
+
+PackedHeap::Core::Slab* PackedHeap::Core::take_region(std::size_t region_size,
+                                                      bool at_once) noexcept {
+  void* pages = take_pages(region_size, at_once);
   if (pages == nullptr) return nullptr;
   auto* slab = new (pages) Slab{};
   slab->owner = this;
@@ -114,20 +160,6 @@ void PackedHeap::Core::return_region(Slab* slab) noexcept {
   (slab->previous != nullptr ? slab->previous->next : m_all) = slab->next;
   m_reserved -= slab->region_size;
   return_pages(slab, slab->region_size);
-}
-
-void PackedHeap::Core::link_usable(Slab* slab) noexcept {
-  Slab*& first = m_usable[slab->class_index];
-  slab->previous_usable = nullptr;
-  slab->next_usable = first;
-  if (first != nullptr) first->previous_usable = slab;
-  first = slab;
-}
-
-void PackedHeap::Core::unlink_usable(Slab* slab) noexcept {
-  if (slab->next_usable != nullptr) slab->next_usable->previous_usable = slab->previous_usable;
-  (slab->previous_usable != nullptr ? slab->previous_usable->next_usable
-                                    : m_usable[slab->class_index]) = slab->next_usable;
 }
 
 }  // namespace lumen

@@ -7,8 +7,9 @@
 namespace lumen {
 namespace {
 
-void* map(std::size_t size) noexcept {
-  void* pages = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+void* map(std::size_t size, int flags = 0) noexcept {
+  void* pages =
+      mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | flags, -1, 0);
   return pages == MAP_FAILED ? nullptr : pages;
 }
 
@@ -18,10 +19,10 @@ std::size_t misalignment(const void* pages) noexcept {
 
 }  // namespace
 
-void* take_pages(std::size_t size) noexcept {
+void* take_pages(std::size_t size, bool at_once) noexcept {
   // The system places regions side by side, so that after the first one an
   // exact request is aligned as it comes.
-  void* pages = map(size);
+  void* pages = map(size, at_once ? MAP_POPULATE : 0);
   if (pages == nullptr || misalignment(pages) == 0) return pages;
   munmap(pages, size);
 

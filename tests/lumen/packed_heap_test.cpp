@@ -33,6 +33,58 @@ TEST(PackedHeap, LaysObjectsOfOneSizeDensely) {
   }
 }
 
+#ifndef LUMEN_PLAIN_HEAP
+// What is allocated together is used together: an object, then its points.
+TEST(PackedHeap, BlocksOfAllSizesLieInTheOrderInWhichTheyAreAskedFor) {
+  PackedHeap heap;
+  const char* end = nullptr;
+  int apart = 0;
+  for (int i = 0; i < 3000; ++i) {
+    for (const std::size_t size : {48U, 32U, 200U, 72U, 256U}) {
+      const auto* block = static_cast<const char*>(LD_AllocateMemory(size, &heap));
+      if (block != end) ++apart;
+      end = block + size;
+    }
+  }
+  EXPECT_LE(apart, static_cast<int>(heap.bytes_reserved() / 65536));
+}
+
+TEST(PackedHeap, AHeapThatWasEmptiedLaysOutAnew) {
+  PackedHeap heap;
+  std::vector<void*> blocks;
+  const auto fill = [&] {
+    for (int i = 0; i < 500; ++i) blocks.push_back(LD_AllocateMemory(i % 2 == 0 ? 48 : 32, &heap));
+    return blocks;
+  };
+  const std::vector<void*> at_first = fill();
+  release_all(blocks);
+  EXPECT_EQ(fill(), at_first);
+  release_all(blocks);
+}
+#endif
+
+TEST(PackedHeap, SlabsWithLiveBlocksAmongReleasedOnesStay) {
+  PackedHeap heap;
+  std::vector<std::uint32_t*> kept;
+  std::vector<void*> gone;
+  for (std::uint32_t i = 0; i < 20000; ++i) {
+    auto* block = static_cast<std::uint32_t*>(LD_AllocateMemory(8 + i % 700, &heap));
+    *block = i;
+    if (i % 97 == 0) {
+      kept.push_back(block);
+    } else {
+      gone.push_back(block);
+    }
+  }
+  release_all(gone);
+  for (std::uint32_t i = 0; i < 20000; ++i) gone.push_back(LD_AllocateMemory(i % 700, &heap));
+  for (void* block : gone) std::memset(block, 0xFF, 1);
+  for (std::size_t i = 0; i < kept.size(); ++i) EXPECT_EQ(*kept[i], i * 97);
+  release_all(gone);
+  for (std::uint32_t* block : kept) LD_ReleaseMemory(block);
+  EXPECT_EQ(heap.bytes_in_use(), 0U);
+}
+
 TEST(PackedHeap, BlocksAreAlignedAndDoNotOverlap) {
   PackedHeap heap;
   std::mt19937 random(7);
