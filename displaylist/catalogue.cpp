@@ -2,6 +2,7 @@
 
 #include "displaylist/drawables/class_table_p.h"
 #include "displaylist/platform/rendition.h"
+#include "displaylist/polythings/polyline_run_p.h"
 
 namespace DL {
 
@@ -15,6 +16,11 @@ bool palettize(Drawable& drawable) {
   DL_PALETTIZED_CLASSES(DL_PALETTIZE)
 #undef DL_PALETTIZE
   return false;
+}
+
+const DrawableRun& frequent_run() {
+  static const DrawableRun run = polyline_run();
+  return run;
 }
 
 Drawable* construct_built_in(std::uint32_t class_tag, LumenHeap* heap) {

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "displaylist/catalogue.h"
-#include "files/coding_p.h"
+#include "displaylist/core/coding.h"
 #include "files/layout_p.h"
 #include "files/rendition_record_p.h"
 #include "files/settings_p.h"
@@ -35,7 +35,8 @@ bool get_ascending(PayloadReader& reader, std::uint64_t limit,
   std::uint64_t number = 0;
   for (std::uint64_t i = 0; i < count; ++i) {
     std::uint64_t step = 0;
-    if (!coding::get(reader, step) || (i != 0 && step == 0) || step >= limit - number) return false;
+    if (!DL::coding::read(reader, step) || (i != 0 && step == 0) || step >= limit - number)
+      return false;
     number += step;
     numbers.push_back(number);
   }
@@ -58,11 +59,12 @@ struct Open {
 bool get_settings(Reading& reading, DL::DisplayList& list, Open& open, Counts& counts) {
   PayloadReader& reader = reading.reader;
   std::uint32_t switches = 0;
-  if (!coding::get(reader, list.m_logicalBounds) || !coding::get(reader, list.m_yAspect) ||
-      !coding::get(reader, switches) || !coding::get(reader, list.m_cMaxOpenDrawables) ||
-      !coding::get(reader, list.m_cMaxLevel) || !coding::get(reader, open.level) ||
-      !coding::get(reader, open.bounds) || !get_rendition(reading, list.m_rendition) ||
-      !coding::get(reader, counts.groups) || !coding::get(reader, counts.drawables)) {
+  if (!DL::coding::read(reader, list.m_logicalBounds) ||
+      !DL::coding::read(reader, list.m_yAspect) || !DL::coding::read(reader, switches) ||
+      !DL::coding::read(reader, list.m_cMaxOpenDrawables) ||
+      !DL::coding::read(reader, list.m_cMaxLevel) || !DL::coding::read(reader, open.level) ||
+      !DL::coding::read(reader, open.bounds) || !get_rendition(reading, list.m_rendition) ||
+      !DL::coding::read(reader, counts.groups) || !DL::coding::read(reader, counts.drawables)) {
     return false;
   }
   set_switches(list, switches);
@@ -79,7 +81,8 @@ bool get_tree(Reading& reading, DL::DisplayList& list, const Counts& expected) {
   list.m_pCreateDrawableContext = nullptr;
   list.m_pfnPostRead = nullptr;
   std::uint32_t end = 0;
-  return coding::get(reading.reader, end) && end == layout::kListEnd && counts_of(list) == expected;
+  return DL::coding::read(reading.reader, end) && end == layout::kListEnd &&
+         counts_of(list) == expected;
 }
 
 /// Plain drawables come out of a stream with renditions in their colours' places.

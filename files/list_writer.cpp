@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
+#include "displaylist/core/coding.h"
 #include "displaylist/text/drawable_display_list.h"
-#include "files/coding_p.h"
 #include "files/layout_p.h"
 #include "files/registry_p.h"
 #include "files/rendition_record_p.h"
@@ -15,10 +15,10 @@ namespace {
 
 /// The first as it is, each other as the difference to the one before.
 void put_ascending(ZtFsStream& stream, const std::vector<std::uint64_t>& numbers) {
-  coding::put<std::uint64_t>(stream, numbers.size());
+  DL::coding::write<std::uint64_t>(stream, numbers.size());
   std::uint64_t previous = 0;
   for (const std::uint64_t number : numbers) {
-    coding::put(stream, number - previous);
+    DL::coding::write(stream, number - previous);
     previous = number;
   }
 }
@@ -125,24 +125,24 @@ void ListWriter::change(DL::Drawable& drawable, DL::class_change::OperationTable
 
 void ListWriter::write_settings(const Prepared& prepared, ZtFsStream& stream) {
   const DL::DisplayList& list = *prepared.list;
-  coding::put(stream, list.m_logicalBounds);
-  coding::put(stream, list.m_yAspect);
-  coding::put(stream, switches_of(list));
-  coding::put(stream, list.m_cMaxOpenDrawables);
-  coding::put(stream, list.m_cMaxLevel);
-  coding::put(stream, list.m_openLevel);
-  coding::put(stream, list.m_openBounds);
+  DL::coding::write(stream, list.m_logicalBounds);
+  DL::coding::write(stream, list.m_yAspect);
+  DL::coding::write(stream, switches_of(list));
+  DL::coding::write(stream, list.m_cMaxOpenDrawables);
+  DL::coding::write(stream, list.m_cMaxLevel);
+  DL::coding::write(stream, list.m_openLevel);
+  DL::coding::write(stream, list.m_openBounds);
   put_rendition(stream, list.m_rendition, m_writing);
-  coding::put(stream, prepared.groups);
-  coding::put(stream, prepared.drawables);
+  DL::coding::write(stream, prepared.groups);
+  DL::coding::write(stream, prepared.drawables);
 }
 
 void ListWriter::write(ZtFsStream& stream) {
-  coding::put<std::uint64_t>(stream, m_prepared.size());
+  DL::coding::write<std::uint64_t>(stream, m_prepared.size());
   for (const Prepared& prepared : m_prepared) {
     write_settings(prepared, stream);
     prepared.list->serialize_out(&stream, &Writing::rendition_to_index, &m_writing);
-    coding::put(stream, layout::kListEnd);
+    DL::coding::write(stream, layout::kListEnd);
     put_ascending(stream, prepared.hidden_drawables);
     put_ascending(stream, prepared.hidden_groups);
   }

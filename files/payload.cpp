@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "files/coding_p.h"
+#include "displaylist/core/coding.h"
 #include "files/layout_p.h"
 #include "files/list_reader_p.h"
 #include "files/list_writer_p.h"
@@ -22,12 +22,12 @@ namespace {
 // --- Properties ---------------------------------------------------------------
 
 void put_properties(PayloadWriter& writer, const Properties& properties) {
-  coding::put(writer, properties.unit_scale);
-  coding::put(writer, properties.origin_x);
-  coding::put(writer, properties.origin_y);
-  coding::put<std::uint64_t>(writer, properties.layers.size());
+  DL::coding::write(writer, properties.unit_scale);
+  DL::coding::write(writer, properties.origin_x);
+  DL::coding::write(writer, properties.origin_y);
+  DL::coding::write<std::uint64_t>(writer, properties.layers.size());
   for (const std::string& layer : properties.layers) writer.append(layer);
-  coding::put<std::uint64_t>(writer, properties.notes.size());
+  DL::coding::write<std::uint64_t>(writer, properties.notes.size());
   for (const auto& [key, value] : properties.notes) {
     writer.append(key);
     writer.append(value);
@@ -37,8 +37,9 @@ void put_properties(PayloadWriter& writer, const Properties& properties) {
 bool get_properties(PayloadReader& reader, Properties& properties) {
   constexpr std::uint64_t least_text = sizeof(std::uint64_t);
   std::uint64_t count = 0;
-  if (!coding::get(reader, properties.unit_scale) || !coding::get(reader, properties.origin_x) ||
-      !coding::get(reader, properties.origin_y) || !reader.get_count(count, least_text)) {
+  if (!DL::coding::read(reader, properties.unit_scale) ||
+      !DL::coding::read(reader, properties.origin_x) ||
+      !DL::coding::read(reader, properties.origin_y) || !reader.get_count(count, least_text)) {
     return false;
   }
   for (; count > 0; --count) {
@@ -62,34 +63,34 @@ bool get_character_set(Reading& reading) {
 // --- Fonts --------------------------------------------------------------------
 
 void put_font(PayloadWriter& writer, const LM_Font_Description& font) {
-  coding::put(writer, font.given);
-  coding::put(writer, font.bold);
-  coding::put(writer, font.italic);
-  coding::put(writer, font.weight);
-  coding::put(writer, font.width);
-  coding::put(writer, font.character);
-  coding::put<std::uint64_t>(writer, font.name.size());
-  for (const wchar_t unit : font.name) coding::put(writer, static_cast<std::uint16_t>(unit));
+  DL::coding::write(writer, font.given);
+  DL::coding::write(writer, font.bold);
+  DL::coding::write(writer, font.italic);
+  DL::coding::write(writer, font.weight);
+  DL::coding::write(writer, font.width);
+  DL::coding::write(writer, font.character);
+  DL::coding::write<std::uint64_t>(writer, font.name.size());
+  for (const wchar_t unit : font.name) DL::coding::write(writer, static_cast<std::uint16_t>(unit));
 }
 
 bool get_font(PayloadReader& reader, LM_Font_Description& font) {
   std::uint64_t units = 0;
-  if (!coding::get(reader, font.given) || !coding::get(reader, font.bold) ||
-      !coding::get(reader, font.italic) || !coding::get(reader, font.weight) ||
-      !coding::get(reader, font.width) || !coding::get(reader, font.character) ||
+  if (!DL::coding::read(reader, font.given) || !DL::coding::read(reader, font.bold) ||
+      !DL::coding::read(reader, font.italic) || !DL::coding::read(reader, font.weight) ||
+      !DL::coding::read(reader, font.width) || !DL::coding::read(reader, font.character) ||
       !reader.get_count(units, sizeof(std::uint16_t))) {
     return false;
   }
   for (; units > 0; --units) {
     std::uint16_t unit = 0;
-    if (!coding::get(reader, unit)) return false;
+    if (!DL::coding::read(reader, unit)) return false;
     font.name.push_back(static_cast<wchar_t>(unit));
   }
   return true;
 }
 
 void put_fonts(PayloadWriter& writer, const Writing& writing) {
-  coding::put<std::uint64_t>(writer, writing.fonts().size());
+  DL::coding::write<std::uint64_t>(writer, writing.fonts().size());
   for (const LM_Font_Data* font : writing.fonts()) put_font(writer, font->description());
 }
 
@@ -122,10 +123,10 @@ class StoredImage final : public LM_Image {
 };
 
 void put_images(PayloadWriter& writer, const Writing& writing) {
-  coding::put<std::uint64_t>(writer, writing.images().size());
+  DL::coding::write<std::uint64_t>(writer, writing.images().size());
   for (const LM_Image* image : writing.images()) {
-    coding::put(writer, image->width());
-    coding::put(writer, image->height());
+    DL::coding::write(writer, image->width());
+    DL::coding::write(writer, image->height());
     const std::size_t bytes = static_cast<std::size_t>(image->width()) * sizeof(std::uint32_t);
     for (std::int32_t y = 0; bytes != 0 && y < image->height(); ++y) {
       writer.append(image->row(y), bytes);
@@ -154,7 +155,8 @@ bool get_images(Reading& reading) {
     std::int32_t width = 0;
     std::int32_t height = 0;
     std::vector<std::uint32_t> pixels;
-    if (!coding::get(reading.reader, width) || !coding::get(reading.reader, height)) return false;
+    if (!DL::coding::read(reading.reader, width) || !DL::coding::read(reading.reader, height))
+      return false;
     if (width < 0 || height < 0) return false;
     const auto area = static_cast<std::uint64_t>(width) * static_cast<std::uint64_t>(height);
     if (!get_pixels(reading.reader, area, pixels)) return false;
@@ -166,9 +168,9 @@ bool get_images(Reading& reading) {
 // --- The palette --------------------------------------------------------------
 
 void put_palette(ZtFsStream& stream, Writing& writing) {
-  coding::put<std::uint64_t>(stream, writing.renditions().size());
+  DL::coding::write<std::uint64_t>(stream, writing.renditions().size());
   for (const LM_Rendition* rendition : writing.renditions()) {
-    coding::put(stream, writing.index_of(rendition));
+    DL::coding::write(stream, writing.index_of(rendition));
     put_rendition(stream, *rendition, writing);
   }
 }
@@ -180,7 +182,8 @@ bool get_palette(Reading& reading) {
   for (; count > 0; --count) {
     std::int32_t index = 0;
     auto rendition = std::make_unique<LM_Rendition>();
-    if (!coding::get(reading.reader, index) || !get_rendition(reading, *rendition)) return false;
+    if (!DL::coding::read(reading.reader, index) || !get_rendition(reading, *rendition))
+      return false;
     if (!reading.add_rendition(index, std::move(rendition))) return false;
   }
   return true;

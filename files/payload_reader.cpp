@@ -80,7 +80,7 @@ PayloadReader::PayloadReader(std::span<const std::byte> file)
 void PayloadReader::fail(const char* reason) noexcept {
   if (m_has_failed) return;
   m_has_failed = true;
-  m_position = m_filled = 0;
+  lend_ready({});
   m_left = 0;
   try {
     m_failure = reason;
@@ -112,21 +112,19 @@ void PayloadReader::decompress_more() {
   }
   if (out.pos > m_left) return fail_of_damage();
   m_left -= out.pos;
-  m_position = 0;
-  m_filled = out.pos;
+  lend_ready({m_buffer.data(), out.pos});
 }
 
 bool PayloadReader::get_bytes(void* buffer, std::size_t size) {
   auto* to = static_cast<std::byte*>(buffer);
   while (size > 0) {
-    if (m_position == m_filled) {
+    if (ready().empty()) {
       if (m_left == 0) fail_of_damage();
       if (!m_has_failed) decompress_more();
       if (m_has_failed) return false;
     }
-    const std::size_t taken = std::min(size, m_filled - m_position);
-    std::memcpy(to, m_buffer.data() + m_position, taken);
-    m_position += taken;
+    const std::size_t taken = std::min(size, ready().size());
+    static_cast<void>(take(to, taken));
     to += taken;
     size -= taken;
   }
@@ -145,7 +143,7 @@ bool PayloadReader::get_count(std::uint64_t& count, std::uint64_t least_size) {
 }
 
 bool PayloadReader::expect_room_for(std::uint64_t count, std::uint64_t bytes_each) {
-  const std::uint64_t rest = m_left + (m_filled - m_position);
+  const std::uint64_t rest = m_left + ready().size();
   if (count <= rest / bytes_each) return true;
   fail_of_damage();
   return false;
@@ -166,14 +164,14 @@ bool PayloadReader::get_text(std::string& text) {
 
 bool PayloadReader::expect_end() {
   // Frames without content may follow: they pad the file.
-  while (!m_has_failed && m_left == 0 && m_position == m_filled && m_in.pos < m_in.size) {
+  while (!m_has_failed && m_left == 0 && ready().empty() && m_in.pos < m_in.size) {
     ZSTD_outBuffer out{m_buffer.data(), m_buffer.size(), 0};
     const std::size_t before = m_in.pos;
     const std::size_t result = ZSTD_decompressStream(m_context.get(), &out, &m_in);
     if (ZSTD_isError(result) != 0 || out.pos != 0 || m_in.pos == before) fail_of_damage();
     m_at_frame_end = result == 0;
   }
-  if (m_left != 0 || m_position != m_filled || !m_at_frame_end) fail_of_damage();
+  if (m_left != 0 || !ready().empty() || !m_at_frame_end) fail_of_damage();
   return !m_has_failed;
 }
 

@@ -13,7 +13,8 @@
 
 namespace files {
 
-/// The bytes of a file as the payload in them, decompressed while it is read.
+/// The bytes of a file as the payload in them, decompressed while it is read
+/// into a buffer that is lent.
 /// Once something is wrong nothing more can be read.
 class PayloadReader final : public ZtFsStream {
  public:
@@ -54,10 +55,8 @@ class PayloadReader final : public ZtFsStream {
   std::unique_ptr<ZSTD_DCtx, decltype(&ZSTD_freeDCtx)> m_context;
   std::span<const std::byte> m_file;
   ZSTD_inBuffer m_in{};
-  std::vector<std::byte> m_buffer;  ///< of the payload, from m_position on to be read
-  std::size_t m_position = 0;
-  std::size_t m_filled = 0;
-  std::uint64_t m_left = 0;  ///< of the payload, after what is in the buffer
+  std::vector<std::byte> m_buffer;  ///< of the payload; what is lent of it is to be read
+  std::uint64_t m_left = 0;         ///< of the payload, after what is in the buffer
   bool m_at_frame_end = true;
   bool m_has_failed = false;
   std::string m_failure;

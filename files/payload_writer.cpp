@@ -23,7 +23,8 @@ void append_value(std::vector<std::byte>& bytes, T value) {
 PayloadWriter::PayloadWriter(int compression) : m_context(ZSTD_createCCtx(), &ZSTD_freeCCtx) {
   if (m_context == nullptr) throw std::bad_alloc();
   ZSTD_CCtx_setParameter(m_context.get(), ZSTD_c_compressionLevel, std::clamp(compression, 1, 19));
-  m_pending.reserve(kChunk);
+  m_buffer.resize(kChunk);
+  lend_room(m_buffer);
   for (const unsigned char byte : layout::kMagic) m_file.push_back(std::byte{byte});
   append_value(m_file, layout::kVersion);
   append_value(m_file, layout::kFlags);
@@ -35,9 +36,13 @@ void PayloadWriter::read(void*, std::int32_t* size) {
 
 void PayloadWriter::append(const void* buffer, std::size_t size) {
   const auto* bytes = static_cast<const std::byte*>(buffer);
-  m_pending.insert(m_pending.end(), bytes, bytes + size);
-  m_size += size;
-  if (m_pending.size() >= kChunk) compress(ZSTD_e_continue);
+  while (size > 0) {
+    if (room().empty()) compress(ZSTD_e_continue);
+    const std::size_t taken = std::min(size, room().size());
+    static_cast<void>(put(bytes, taken));
+    bytes += taken;
+    size -= taken;
+  }
 }
 
 void PayloadWriter::append(const std::string& text) {
@@ -47,7 +52,8 @@ void PayloadWriter::append(const std::string& text) {
 }
 
 void PayloadWriter::compress(ZSTD_EndDirective directive) {
-  ZSTD_inBuffer in{m_pending.data(), m_pending.size(), 0};
+  ZSTD_inBuffer in{m_buffer.data(), m_buffer.size() - room().size(), 0};
+  m_size += in.size;
   std::size_t left = 0;
   do {
     const std::size_t start = m_file.size();
@@ -57,7 +63,7 @@ void PayloadWriter::compress(ZSTD_EndDirective directive) {
     if (ZSTD_isError(left) != 0) throw std::bad_alloc();  // nothing else can fail here
     m_file.resize(start + out.pos);
   } while (in.pos < in.size || (directive == ZSTD_e_end && left != 0));
-  m_pending.clear();
+  lend_room(m_buffer);
 }
 
 void PayloadWriter::pad() {

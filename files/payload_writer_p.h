@@ -12,8 +12,8 @@
 
 namespace files {
 
-/// Takes a payload value by value and makes the bytes of a file of it. May
-/// throw std::bad_alloc.
+/// Takes a payload and makes the bytes of a file of it: lends a buffer, which it
+/// compresses when it is full. May throw std::bad_alloc.
 class PayloadWriter final : public ZtFsStream {
  public:
   explicit PayloadWriter(int compression);
@@ -33,13 +33,14 @@ class PayloadWriter final : public ZtFsStream {
 
  private:
   static std::size_t size_t_of(std::int32_t size) { return static_cast<std::size_t>(size); }
+  /// Compresses what is in the buffer.
   void compress(ZSTD_EndDirective directive);
   void pad();
 
   std::unique_ptr<ZSTD_CCtx, decltype(&ZSTD_freeCCtx)> m_context;
-  std::vector<std::byte> m_pending;  ///< not yet compressed
+  std::vector<std::byte> m_buffer;  ///< up to the room that is lent: not yet compressed
   std::vector<std::byte> m_file;
-  std::uint64_t m_size = 0;  ///< of the payload
+  std::uint64_t m_size = 0;  ///< of the payload that is compressed
 };
 
 }  // namespace files

@@ -5,8 +5,8 @@
 #include <new>
 #include <string_view>
 
+#include "displaylist/core/coding.h"
 #include "displaylist/platform/multibyte.h"
-#include "files/coding_p.h"
 #include "files/layout_p.h"
 
 namespace files {
@@ -15,23 +15,23 @@ namespace files {
 
 void Record<DL::DLColorizedDot>::write(const DL::DLColorizedDot& dot, ZtFsStream& stream,
                                        Writing&) {
-  coding::put(stream, dot.m_color.word);
+  DL::coding::write(stream, dot.m_color.word);
 }
 
 bool Record<DL::DLColorizedDot>::read(DL::DLColorizedDot& dot, Reading& reading) {
-  return coding::get(reading.reader, dot.m_color.word);
+  return DL::coding::read(reading.reader, dot.m_color.word);
 }
 
 void Record<DL::DLColorizedEllipse>::write(const DL::DLColorizedEllipse& ellipse,
                                            ZtFsStream& stream, Writing&) {
-  coding::put(stream, ellipse.fill_color.word);
-  coding::put<std::uint32_t>(stream, ellipse.use_arc ? 1 : 0);
+  DL::coding::write(stream, ellipse.fill_color.word);
+  DL::coding::write<std::uint32_t>(stream, ellipse.use_arc ? 1 : 0);
 }
 
 bool Record<DL::DLColorizedEllipse>::read(DL::DLColorizedEllipse& ellipse, Reading& reading) {
   std::uint32_t use_arc = 0;
-  if (!coding::get(reading.reader, ellipse.fill_color.word) ||
-      !coding::get(reading.reader, use_arc)) {
+  if (!DL::coding::read(reading.reader, ellipse.fill_color.word) ||
+      !DL::coding::read(reading.reader, use_arc)) {
     return false;
   }
   ellipse.use_arc = use_arc != 0;
@@ -39,24 +39,26 @@ bool Record<DL::DLColorizedEllipse>::read(DL::DLColorizedEllipse& ellipse, Readi
 }
 
 void Record<DL::DLRowOfDots>::write(const DL::DLRowOfDots& row, ZtFsStream& stream, Writing&) {
-  coding::put(stream, row.origin);
-  coding::put(stream, row.step);
-  coding::put(stream, row.dot_count);
+  DL::coding::write(stream, row.origin);
+  DL::coding::write(stream, row.step);
+  DL::coding::write(stream, row.dot_count);
 }
 
 bool Record<DL::DLRowOfDots>::read(DL::DLRowOfDots& row, Reading& reading) {
-  return coding::get(reading.reader, row.origin) && coding::get(reading.reader, row.step) &&
-         coding::get(reading.reader, row.dot_count);
+  return DL::coding::read(reading.reader, row.origin) &&
+         DL::coding::read(reading.reader, row.step) &&
+         DL::coding::read(reading.reader, row.dot_count);
 }
 
 void Record<DL::DLImage>::write(const DL::DLImage& drawable, ZtFsStream& stream, Writing& writing) {
-  coding::put(stream, drawable.m_rect);
-  coding::put(stream, writing.image_number(drawable.image()));
+  DL::coding::write(stream, drawable.m_rect);
+  DL::coding::write(stream, writing.image_number(drawable.image()));
 }
 
 bool Record<DL::DLImage>::read(DL::DLImage& drawable, Reading& reading) {
   std::uint32_t number = layout::kNone;
-  if (!coding::get(reading.reader, drawable.m_rect) || !coding::get(reading.reader, number)) {
+  if (!DL::coding::read(reading.reader, drawable.m_rect) ||
+      !DL::coding::read(reading.reader, number)) {
     return false;
   }
   if (number == layout::kNone) return true;
@@ -108,11 +110,11 @@ enum Parts : std::uint32_t { kTriples = 1, kValues = 2, kSecondTriples = 4 };
 
 void VertexRecord::write_count(const DL::Polything& points, ZtFsStream& stream) {
   m_count = std::max(points.count, 0);
-  coding::put(stream, m_count);
+  DL::coding::write(stream, m_count);
 }
 
 bool VertexRecord::read_count(Reading& reading) {
-  return coding::get(reading.reader, m_count) && m_count >= 0;
+  return DL::coding::read(reading.reader, m_count) && m_count >= 0;
 }
 
 void VertexRecord::complete(const DL::Polything& points, Reading& reading) const {
@@ -146,7 +148,7 @@ void Record<DL::DLTexturedPolytriangle>::write(const DL::DLTexturedPolytriangle&
   if (strip.vertex_values != nullptr) parts |= kValues;
   if (strip.vertex_triples_2 != nullptr) parts |= kSecondTriples;
   write_count(strip, stream);
-  coding::put(stream, parts);
+  DL::coding::write(stream, parts);
   put_array(stream, strip.colors, m_count);
   if ((parts & kTriples) != 0) put_array(stream, strip.vertex_triples, m_count);
   if ((parts & kValues) != 0) put_array(stream, strip.vertex_values, m_count);
@@ -156,7 +158,7 @@ void Record<DL::DLTexturedPolytriangle>::write(const DL::DLTexturedPolytriangle&
 bool Record<DL::DLTexturedPolytriangle>::read(DL::DLTexturedPolytriangle& strip, Reading& reading) {
   std::uint32_t parts = 0;
   PayloadReader& reader = reading.reader;
-  return read_count(reading) && coding::get(reader, parts) &&
+  return read_count(reading) && DL::coding::read(reader, parts) &&
          get_colors(reading, m_count, strip.colors) &&
          ((parts & kTriples) == 0 || get_general_array(reader, m_count, strip.vertex_triples)) &&
          ((parts & kValues) == 0 || get_general_array(reader, m_count, strip.vertex_values)) &&
@@ -217,14 +219,14 @@ bool is_whole(DL::DLText& text) {
 void Record<DL::DLText>::write(DL::DLText& text, ZtFsStream& stream, Writing& writing) {
   const std::string_view cut = cut_bytes(text.text());
   if (!is_ascii(bytes_of(text.text()))) writing.note_character_set();
-  coding::put(stream, writing.font_number(text.get_font()));
-  coding::put(stream, static_cast<std::uint64_t>(cut.size()));
-  for (const char byte : cut) coding::put(stream, byte);
+  DL::coding::write(stream, writing.font_number(text.get_font()));
+  DL::coding::write(stream, static_cast<std::uint64_t>(cut.size()));
+  for (const char byte : cut) DL::coding::write(stream, byte);
 }
 
 bool Record<DL::DLText>::read(DL::DLText&, Reading& reading) {
   std::uint32_t number = layout::kNone;
-  if (!coding::get(reading.reader, number)) return false;
+  if (!DL::coding::read(reading.reader, number)) return false;
   if (number != layout::kNone) {
     if (number >= reading.fonts.size()) return false;
     m_font = reading.fonts[number];
@@ -260,11 +262,11 @@ void Record<DL::DLText>::give_bytes(DL::DLText& text, const Reading& reading) co
 
 void Record<DL::DrawableDisplayList>::write(DL::DrawableDisplayList& nested, ZtFsStream& stream,
                                             Writing& writing) {
-  coding::put(stream, writing.list_number(nested.display_list()));
-  coding::put<std::uint32_t>(stream, nested.m_colorData.m_pRendition == nullptr ? 0 : 1);
-  coding::put(stream, nested.bounds());
-  coding::put(stream, nested.scale());
-  coding::put(stream, nested.offset());
+  DL::coding::write(stream, writing.list_number(nested.display_list()));
+  DL::coding::write<std::uint32_t>(stream, nested.m_colorData.m_pRendition == nullptr ? 0 : 1);
+  DL::coding::write(stream, nested.bounds());
+  DL::coding::write(stream, nested.scale());
+  DL::coding::write(stream, nested.offset());
 }
 
 bool Record<DL::DrawableDisplayList>::read(DL::DrawableDisplayList& nested, Reading& reading) {
@@ -272,9 +274,10 @@ bool Record<DL::DrawableDisplayList>::read(DL::DrawableDisplayList& nested, Read
   DL::BoundsTemplate<long> bounds;
   DL::PointTemplate<double> scale{};
   DL::PointTemplate<double> offset{};
-  if (!coding::get(reading.reader, number) || !coding::get(reading.reader, m_has_rendition) ||
-      !coding::get(reading.reader, bounds) || !coding::get(reading.reader, scale) ||
-      !coding::get(reading.reader, offset)) {
+  if (!DL::coding::read(reading.reader, number) ||
+      !DL::coding::read(reading.reader, m_has_rendition) ||
+      !DL::coding::read(reading.reader, bounds) || !DL::coding::read(reading.reader, scale) ||
+      !DL::coding::read(reading.reader, offset)) {
     return false;
   }
   nested.set_scale(scale);

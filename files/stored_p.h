@@ -4,7 +4,7 @@
 #include <new>
 
 #include "displaylist/core/class_change.h"
-#include "files/coding_p.h"
+#include "displaylist/core/coding.h"
 #include "files/records_p.h"
 
 namespace files {
@@ -18,7 +18,7 @@ class Stored : public Variant {
   explicit Stored(DL::class_change::Unfilled unfilled) : Variant(unfilled) {}
 
   void serialize_out(ZtFsStream* stream, DL::DisplayList& list) override {
-    coding::put(*stream, Tag);
+    DL::coding::write(*stream, Tag);
     Record<T>().write(*this, *stream, Writing::of(list));
     Record<T>::Parent::serialize_out(stream, list);
   }
@@ -42,7 +42,7 @@ class Stored : public Variant {
     Record<T> record;
     std::uint32_t parent_tag = 0;
     if (!record.read(drawable, reading) ||
-        (Record<T>::kParentTag != 0 && !coding::get(reading.reader, parent_tag)) ||
+        (Record<T>::kParentTag != 0 && !DL::coding::read(reading.reader, parent_tag)) ||
         parent_tag != Record<T>::kParentTag) {
       return reading.reader.fail_of_damage();
     }

@@ -1,6 +1,6 @@
 #include "files/stretched_text.h"
 
-#include "files/coding_p.h"
+#include "displaylist/core/coding.h"
 
 namespace files {
 
@@ -33,15 +33,16 @@ void StretchedText::hide() {
 }
 
 void StretchedText::serialize_out(ZtFsStream* stream, DL::DisplayList& list) {
-  coding::put(*stream, kTag);
-  coding::put(*stream, m_width_factor);
+  DL::coding::write(*stream, kTag);
+  DL::coding::write(*stream, m_width_factor);
   DLText::serialize_out(stream, list);
 }
 
 void StretchedText::serialize_in(ZtFsStream* stream, DL::DisplayList& list) {
   DLText& text = *this;
   std::uint32_t text_tag = 0;
-  static_cast<void>(coding::get(*stream, m_width_factor) && coding::get(*stream, text_tag));
+  static_cast<void>(DL::coding::read(*stream, m_width_factor) &&
+                    DL::coding::read(*stream, text_tag));
   // Reading a palette colour makes a palettized text of a plain one; without a
   // palette it stays plain, since there is no rendition for the factor.
   DL::class_change::become<DLText>(&text);

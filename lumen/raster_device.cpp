@@ -3,17 +3,14 @@
 #include <algorithm>
 #include <cmath>
 
+#include "lumen/band_drawing_p.h"
 #include "lumen/geometry/coverage_p.h"
 #include "lumen/geometry/line_pattern_p.h"
-#include "lumen/geometry/marker_stamp_p.h"
 #include "lumen/geometry/pixel_rectangle_p.h"
-#include "lumen/geometry/shape_p.h"
-#include "lumen/geometry/stroker_p.h"
-#include "lumen/raster/clip_mask_p.h"
 #include "lumen/raster/image_blit_p.h"
-#include "lumen/raster/shaded_line_p.h"
-#include "lumen/raster/shaded_strip_p.h"
-#include "lumen/raster/smooth_line_p.h"
+#include "lumen/raster/plain_line_p.h"
+#include "lumen/raster/polyline_p.h"
+#include "lumen/raster/raster_scratch_p.h"
 #include "lumen/raster/span_pen_p.h"
 #include "lumen/raster/thin_line_p.h"
 #include "lumen/text/text_run_p.h"
@@ -22,32 +19,36 @@
 namespace lumen {
 namespace {
 
-/// A line like most: opaque, one pixel wide, solid.
-bool is_plain(LM_RGB32 color, const LM_Line_Style& style) {
-  return opacity_of(color) == 255 && style.weight <= 1 && pattern_lengths(style.pattern).empty();
+/// Whether LM_Rendition::device_clip() may tell of a clip, without asking for it.
+bool has_complex_clip(const LM_Rendition& rendition) {
+  return rendition.hard_complex_clip_validated() ? rendition.hard_complex_clip() != nullptr
+                                                 : rendition.complex_clip() != nullptr;
 }
 
-/// What a thread keeps from one action to the next, so that drawing allocates
-/// only until it has seen its largest shape.
-struct Scratch {
-  Shape shape;
-  Stroker stroker;
-  Strokes strokes{stroker, shape};
-  MarkerStamp marker_stamp{strokes, shape};
-  SmoothLine smooth_line;
-  ClipMasks masks;
-  ShadedLine shaded_line;
-  ShadedStrip shaded_strip;
-};
-
-Scratch& scratch() {
-  thread_local Scratch instance;
-  return instance;
+/// Whether every action is as it is in the other table.
+bool are_same(const LM_Device_Actions& one, const LM_Device_Actions& other) {
+#define LM_IS_SAME_ACTION(name, type)                       \
+  if (one.name.context != other.name.context) return false; \
+  if (one.name.function != other.name.function) return false;
+  LM_DEVICE_ACTIONS(LM_IS_SAME_ACTION)
+#undef LM_IS_SAME_ACTION
+  return true;
 }
 
 }  // namespace
 
-RasterDevice::RasterDevice(Picture& picture) : m_picture(picture) {
+RasterDevice::RasterDevice(Picture& picture)
+    : m_picture(picture), m_bands(std::make_unique<BandDrawing>(*this, picture)) {
+  bind_actions();
+}
+
+RasterDevice::RasterDevice(Picture& picture, BandLog& log) : m_picture(picture), m_log(&log) {
+  bind_actions();
+}
+
+RasterDevice::~RasterDevice() = default;
+
+void RasterDevice::bind_actions() {
   actions.dot_clipped = {this, &LM_Bound_Action<&RasterDevice::draw_dot>::call};
   actions.dot_unclipped = actions.dot_clipped;
   actions.polyline_clipped = {this, &LM_Bound_Action<&RasterDevice::draw_polyline>::call};
@@ -72,6 +73,12 @@ RasterDevice::RasterDevice(Picture& picture) : m_picture(picture) {
       this, &LM_Bound_Action<&RasterDevice::draw_textured_strip>::call};
   actions.textured_triangle_strip_unclipped = actions.textured_triangle_strip_clipped;
   options.supports_complex_clip = true;
+  m_own_actions = actions;
+}
+
+LM_Ordered_Drawing* RasterDevice::ordered_drawing() {
+  // Collectors would pass over actions that a client has put in their place.
+  return are_same(actions, m_own_actions) ? m_bands.get() : nullptr;
 }
 
 const std::uint8_t* RasterDevice::clip_mask(const LM_Rendition& rendition) const {
@@ -79,26 +86,53 @@ const std::uint8_t* RasterDevice::clip_mask(const LM_Rendition& rendition) const
   return clip == nullptr ? nullptr : scratch().masks.mask(*clip, m_picture, m_antialiased);
 }
 
+SpanPen RasterDevice::span_pen(const LM_Rendition& rendition, LM_RGB32 ink) const {
+  if (m_log == nullptr) return {m_picture, ink, clip_mask(rendition)};
+  m_log->use(rendition, ink);
+  return {m_picture, *m_log};
+}
+
 void RasterDevice::draw_dot(LM_Rendition* rendition, const LM_DCI_Point* point,
                             const LM_RGB32* color) {
   const LM_RGB32 ink = color != nullptr ? *color : rendition->color();
-  const PixelRectangle inside = visible_pixels(m_picture, rendition->clip_rectangle());
-  if (is_invisible(ink) || !inside.contains(*point)) return;
-  draw_pixel({m_picture, inside, ink, clip_mask(*rendition), LM_PATTERN_SOLID}, *point);
+  if (opacity_of(ink) != 255 || has_complex_clip(*rendition)) {
+    return blend_dot(*rendition, *point, ink);
+  }
+  if (visible_pixels(m_picture, rendition->clip_rectangle()).contains(*point)) {
+    write_pixel(m_picture.row(point->y)[point->x], ink.word);
+  }
+}
+
+void RasterDevice::blend_dot(const LM_Rendition& rendition, const LM_DCI_Point& point,
+                             LM_RGB32 ink) {
+  const PixelRectangle inside = visible_pixels(m_picture, rendition.clip_rectangle());
+  if (is_invisible(ink) || !inside.contains(point)) return;
+  draw_pixel({m_picture, inside, ink, clip_mask(rendition), LM_PATTERN_SOLID}, point);
 }
 
 void RasterDevice::draw_polyline(LM_Rendition* rendition, std::int32_t count,
                                  const LM_DCI_Point* points) {
+  if (count <= 0) return;
   const LM_RGB32 ink = rendition->color();
-  const PixelRectangle inside = visible_pixels(m_picture, rendition->clip_rectangle());
-  if (count <= 0 || is_invisible(ink) || inside.is_empty()) return;
-
-  const LM_Line_Style& style = rendition->line_style();
-  const std::uint8_t* mask = clip_mask(*rendition);
-  if (style.weight <= 1 && !m_antialiased) {
-    return draw_thin_polyline({m_picture, inside, ink, mask, style.pattern}, count, points);
+  if (m_antialiased || !is_plain(ink, rendition->line_style()) || has_complex_clip(*rendition)) {
+    return stroke_polyline(*rendition, count, points);
   }
-  SpanPen pen(m_picture, ink, mask);
+  draw_plain_polyline(m_picture, visible_pixels(m_picture, rendition->clip_rectangle()), ink.word,
+                      count, points);
+}
+
+void RasterDevice::stroke_polyline(const LM_Rendition& rendition, std::int32_t count,
+                                   const LM_DCI_Point* points) {
+  const LM_RGB32 ink = rendition.color();
+  const PixelRectangle inside = visible_pixels(m_picture, rendition.clip_rectangle());
+  if (is_invisible(ink) || inside.is_empty()) return;
+
+  const LM_Line_Style& style = rendition.line_style();
+  if (style.weight <= 1 && !m_antialiased) {
+    return draw_thin_polyline({m_picture, inside, ink, clip_mask(rendition), style.pattern}, count,
+                              points);
+  }
+  SpanPen pen = span_pen(rendition, ink);
   if (is_plain(ink, style) && SmoothLine::can_draw(count, points)) {
     return scratch().smooth_line.draw(count, points, inside, pen);
   }
@@ -115,7 +149,7 @@ void RasterDevice::fill_shape(const LM_Rendition& rendition, LM_Fill_Rule rule,
   const PixelRectangle inside = visible_pixels(m_picture, rendition.clip_rectangle());
   if (is_invisible(ink) || inside.is_empty()) return;
 
-  SpanPen pen(m_picture, ink, clip_mask(rendition));
+  SpanPen pen = span_pen(rendition, ink);
   Shape& shape = scratch().shape;
   shape.clear();
   collect(shape);
@@ -142,7 +176,7 @@ void RasterDevice::draw_markers(LM_Rendition* rendition, std::int32_t count,
   const PixelRectangle inside = visible_pixels(m_picture, rendition->clip_rectangle());
   if (count <= 0 || is_invisible(ink) || inside.is_empty()) return;
 
-  SpanPen pen(m_picture, ink, clip_mask(*rendition));
+  SpanPen pen = span_pen(*rendition, ink);
   scratch().marker_stamp.draw(*rendition, m_antialiased, count, points, inside, pen);
 }
 
@@ -185,7 +219,7 @@ void RasterDevice::draw_area(LM_Rendition* rendition, const LM_DCI_Point* center
 void RasterDevice::fill_area(const LM_Rendition& rendition, const EllipticalArc& arc, ArcArea area,
                              LM_RGB32 ink, const PixelRectangle& inside) {
   if (is_invisible(ink)) return;
-  SpanPen pen(m_picture, ink, clip_mask(rendition));
+  SpanPen pen = span_pen(rendition, ink);
   if (arc.is_flat()) {
     Strokes& strokes = scratch().strokes;
     strokes.start(LM_Line_Style(), m_antialiased, inside);
@@ -202,7 +236,7 @@ void RasterDevice::stroke_arc(const LM_Rendition& rendition, const EllipticalArc
                               const PixelRectangle& inside) {
   const LM_RGB32 ink = rendition.color();
   if (is_invisible(ink)) return;
-  SpanPen pen(m_picture, ink, clip_mask(rendition));
+  SpanPen pen = span_pen(rendition, ink);
   Strokes& strokes = scratch().strokes;
   strokes.start(rendition.line_style(), m_antialiased, inside);
   strokes.add_arc(arc);
@@ -214,26 +248,15 @@ void RasterDevice::draw_gouraud_polyline(LM_Rendition* rendition, std::int32_t c
   const PixelRectangle inside = visible_pixels(m_picture, rendition->clip_rectangle());
   if (count <= 0 || colors == nullptr || inside.is_empty()) return;
 
-  const LM_Line_Style& style = rendition->line_style();
-  const std::uint8_t* mask = clip_mask(*rendition);
-  if (style.weight <= 1 && !m_antialiased) {
-    return draw_thin_polyline({m_picture, inside, {}, mask, style.pattern}, count, points, colors);
-  }
-  const ShadingTarget target{m_picture, inside, mask, m_antialiased};
-  const bool plain =
-      std::all_of(colors, colors + count, [&](LM_RGB32 color) { return is_plain(color, style); });
-  if (plain && SmoothLine::can_draw(count, points)) {
-    scratch().shaded_line.draw_smooth(target, count, points, colors, scratch().smooth_line);
-  } else {
-    scratch().shaded_line.draw_stroke(target, count, points, colors, style, scratch().stroker);
-  }
+  draw_shaded_polyline({m_picture, inside, clip_mask(*rendition), m_antialiased, {}},
+                       rendition->line_style(), count, points, colors);
 }
 
 void RasterDevice::draw_gouraud_strip(LM_Rendition* rendition, std::int32_t count,
                                       const LM_DCI_Point* points, const LM_RGB32* colors) {
   const PixelRectangle inside = visible_pixels(m_picture, rendition->clip_rectangle());
   if (count < 3 || colors == nullptr || inside.is_empty()) return;
-  scratch().shaded_strip.draw({m_picture, inside, clip_mask(*rendition), m_antialiased}, count,
+  scratch().shaded_strip.draw({m_picture, inside, clip_mask(*rendition), m_antialiased, {}}, count,
                               points, colors);
 }
 
@@ -245,7 +268,7 @@ void RasterDevice::draw_textured_strip(LM_Rendition* rendition, std::int32_t cou
   const PixelRectangle inside = visible_pixels(m_picture, rendition->clip_rectangle());
   if (count < 3 || inside.is_empty()) return;
   scratch().shaded_strip.draw(
-      {m_picture, inside, clip_mask(*rendition), m_antialiased}, count, points,
+      {m_picture, inside, clip_mask(*rendition), m_antialiased, {}}, count, points,
       {colors, first, modulation, second, rendition->texture_pages(), wrap});
 }
 
@@ -268,7 +291,7 @@ void RasterDevice::fill_text(const LM_Rendition& rendition, const LM_DCI_Point& 
   } else {
     add_glyphs(run, placement, inside, shape);
   }
-  SpanPen pen(m_picture, ink, clip_mask(rendition));
+  SpanPen pen = span_pen(rendition, ink);
   shape.fill(LM_Fill_Rule::non_zero, true, inside, pen);
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <memory>
+
 #include "displaylist/platform/export.h"
 #include "displaylist/platform/rendition.h"
 #include "lumen/picture.h"
@@ -7,7 +9,10 @@
 
 namespace lumen {
 
+class BandDrawing;
+class BandLog;
 class EllipticalArc;
+class SpanPen;
 enum class ArcArea : std::uint8_t;
 struct PixelRectangle;
 
@@ -85,6 +90,11 @@ struct PixelRectangle;
 /// two. What covers no part of a pixel leaves it alone. Drawing orders nothing
 /// else: whoever looks at the picture waits for the threads first.
 ///
+/// Worker threads of a list draw in order instead, through ordered_drawing():
+/// the picture is that of one thread, bit for bit. One list at a time draws so.
+/// What was collected for a picture that has another size when its bands are
+/// drawn is lost. Collectors keep their room, a few MB each, with the device.
+///
 /// Each thread that has drawn keeps until it ends what its next action may
 /// need: the room that its largest shape took, colours of pixels in 6 MB at
 /// most, and the two complex clips it drew with last, alive, each with a mask of
@@ -94,6 +104,9 @@ class LUMEN_API RasterDevice final : public TextRenderer {
  public:
   /// Draws into the picture, which outlives the device.
   explicit RasterDevice(Picture& picture);
+  RasterDevice(const RasterDevice&) = delete;
+  RasterDevice& operator=(const RasterDevice&) = delete;
+  ~RasterDevice() override;
 
   /// Whether lines and areas have smooth edges; at first they have not. Not
   /// to be changed while something is drawn.
@@ -104,6 +117,9 @@ class LUMEN_API RasterDevice final : public TextRenderer {
                  std::int32_t count) override;
   void draw_text(LM_Rendition* rendition, const LM_DCI_Point& start,
                  const unsigned char* characters, std::int32_t count) override;
+
+  /// Null once an action of the table is replaced by another.
+  [[nodiscard]] LM_Ordered_Drawing* ordered_drawing() override;
 
   // The actions, called through the table.
   void draw_dot(LM_Rendition* rendition, const LM_DCI_Point* point, const LM_RGB32* color);
@@ -129,7 +145,17 @@ class LUMEN_API RasterDevice final : public TextRenderer {
                            const std::uint32_t* modulation, const LM_Vertex_Triple* second);
 
  private:
+  friend class BandCollector;
+
+  /// Notes areas and strokes in the log. The other actions must not be called.
+  RasterDevice(Picture& picture, BandLog& log);
+  void bind_actions();
   const std::uint8_t* clip_mask(const LM_Rendition& rendition) const;
+  SpanPen span_pen(const LM_Rendition& rendition, LM_RGB32 ink) const;
+  // What is not opaque, thin and free of complex clips.
+  void blend_dot(const LM_Rendition& rendition, const LM_DCI_Point& point, LM_RGB32 ink);
+  void stroke_polyline(const LM_Rendition& rendition, std::int32_t count,
+                       const LM_DCI_Point* points);
   /// Fills what `collect(shape)` adds in the rendition's colour.
   template <class Collect>
   void fill_shape(const LM_Rendition& rendition, LM_Fill_Rule rule, const Collect& collect);
@@ -143,6 +169,9 @@ class LUMEN_API RasterDevice final : public TextRenderer {
 
   Picture& m_picture;
   bool m_antialiased = false;
+  BandLog* m_log = nullptr;
+  LM_Device_Actions m_own_actions;
+  std::unique_ptr<BandDrawing> m_bands;  ///< null when drawing into a log
 };
 
 }  // namespace lumen

@@ -41,14 +41,19 @@ using OperationTable = const void*;
 /// Replaces the object's table of operations.
 DISPLAYLIST_API void set_operation_table(void* object, OperationTable table) noexcept;
 
+/// The object's table of operations.
+[[nodiscard]] inline OperationTable table_of(const void* object) {
+  OperationTable table;
+  std::memcpy(&table, object, sizeof table);
+  return table;
+}
+
 /// The table of operations of T's objects.
 template <class T>
 [[nodiscard]] OperationTable operation_table() {
   static const OperationTable table = [] {
     const T prototype(kUnfilled);
-    OperationTable found;
-    std::memcpy(&found, static_cast<const void*>(&prototype), sizeof found);
-    return found;
+    return table_of(&prototype);
   }();
   return table;
 }

@@ -21,7 +21,8 @@ class Group;
 class OpenBottomGroup;
 struct RecordChain;
 
-/// Tells whether drawing may go on: false stops it.
+/// Tells whether drawing may go on: false stops it. It may draw the list again and
+/// add to its end, but it removes, moves and closes nothing that is being drawn.
 using InterruptTest = bool (*)(void* context, DisplayList* list);
 
 /// A retained drawing: drawables in 32-bit logical coordinates, kept in drawing

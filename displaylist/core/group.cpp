@@ -1,8 +1,10 @@
 #include "displaylist/core/group.h"
 
 #include <cassert>
+#include <utility>
 
 #include "displaylist/core/display_list.h"
+#include "displaylist/core/leaf_index_p.h"
 #include "displaylist/drawables/drawable.h"
 
 namespace DL {
@@ -41,6 +43,7 @@ void Group::assert_valid() const {
 }
 
 Group::~Group() {
+  LeafIndex::drop(*this);
   // A leaf has emptied itself by now.
   while (m_pFirst.group != nullptr) {
     Group* child = m_pFirst.group;
@@ -57,10 +60,13 @@ void Group::add_bounds(BoundsTemplate<long>& bounds) const {
 
 void Group::close() {
   if (m_pLastChild.group != nullptr) m_pLastChild.group->close();
-  m_bounds = {};
+  BoundsTemplate<long> bounds;
   for (const Group* child = m_pFirst.group; child != nullptr; child = child->m_pNext) {
-    m_bounds.widen(child->m_bounds);
+    bounds.widen(child->m_bounds);
   }
+  if (bounds == m_bounds) return;
+  m_bounds = bounds;
+  LeafIndex::drop_covering(*this);
 }
 
 std::uint32_t Group::level() const {
@@ -89,6 +95,7 @@ Group* Group::empty_child_notify(Group* child) {
 }
 
 void Group::append_child(Group* child) {
+  LeafIndex::drop_covering(*this);
   if (m_pLastChild.group == nullptr) {
     m_pFirst.group = child;
   } else {
@@ -102,16 +109,18 @@ void Group::append_child(Group* child) {
        group->m_pParent != nullptr && !child->m_bounds.is_inside(group->m_bounds);
        group = group->m_pParent) {
     group->m_bounds.widen(child->m_bounds);
+    LeafIndex::drop_covering(*group);
   }
 }
 
 bool Group::unlink_child(Group* child) {
-  Group* previous = nullptr;
-  for (Group* candidate = m_pFirst.group; candidate != child; candidate = candidate->m_pNext) {
+  if (child == nullptr || child->m_pParent != this) return false;
+  Group* previous = LeafIndex::forget(*child);
+  Group* candidate = previous == nullptr ? m_pFirst.group : previous->m_pNext;
+  for (; candidate != child; candidate = candidate->m_pNext) {
     if (candidate == nullptr) return false;
     previous = candidate;
   }
-  if (child == nullptr) return false;
   (previous == nullptr ? m_pFirst.group : previous->m_pNext) = child->m_pNext;
   if (m_pLastChild.group == child) m_pLastChild.group = previous;
   child->m_pNext = nullptr;
@@ -241,6 +250,23 @@ void OpenBottomGroup::append(Drawable* drawable, const BoundsTemplate<long>& bou
   m_pLastChild.drawable = drawable;
   m_pDisplayList->m_cOpenDrawables += 1;
   m_pDisplayList->m_openBounds.widen(bounds);
+}
+
+Drawable* OpenBottomGroup::append_fitting(Drawable* chain, unsigned long flags) {
+  Drawable* last = nullptr;
+  for (Drawable* next = chain; next != nullptr; next = next->m_pNext) {
+    BoundsTemplate<long> bounds;
+    next->add_bounds(bounds);
+    if (!bounds.is_inside(m_bounds)) break;
+    m_pDisplayList->m_openBounds.widen(bounds);
+    m_pDisplayList->m_cOpenDrawables += 1;
+    last = next;
+  }
+  if (last == nullptr) return chain;
+  m_flags |= static_cast<std::uint32_t>(flags);
+  m_pFirst.drawable = chain;
+  m_pLastChild.drawable = last;
+  return std::exchange(last->m_pNext, nullptr);
 }
 
 template <class Visible>

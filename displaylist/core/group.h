@@ -37,7 +37,9 @@ union ChildLink {
 ///    to it stay good. See class_change.h.
 ///
 /// Groups are created by the display list and owned by their parent. Bounds are
-/// logical and inclusive. The tree is not changed while threads draw it.
+/// logical and inclusive. The tree is not changed while threads draw it, and its
+/// links and bounds only by the operations of groups and lists: a group with many
+/// children keeps an index of them.
 class DISPLAYLIST_API Group {
  public:
   /// A group with no fields filled in but null links.
@@ -170,11 +172,19 @@ class DISPLAYLIST_API Group {
   union {
     std::uint32_t m_level;        ///< of a Group or BottomGroup
     DisplayList* m_pDisplayList;  ///< of an OpenBottomGroup, whose level the list keeps
+    mutable std::uint32_t m_levelAndIndex[2];  ///< of a Group with many children: see below
   };
   ChildLink m_pFirst;
   ChildLink m_pLastChild;
   Group* m_pParent = nullptr;  ///< null for the root
   std::uint32_t m_flags = 0;   ///< all flags of the adds that ended here, or-ed
+
+ private:
+  friend class LeafIndex;
+
+  /// The low half of the address of the index that bounded drawing makes of many
+  /// children, and one; 0 without an index. The high half is beside the level.
+  mutable std::uint32_t m_indexLow = 0;
 };
 
 /// A closed leaf: holds drawables and takes no more.
@@ -267,6 +277,9 @@ class DISPLAYLIST_API OpenBottomGroup : public BottomGroup {
 
   /// Links the drawable after the last one and counts it; its bounds lie inside.
   void append(Drawable* drawable, const BoundsTemplate<long>& bounds, unsigned long flags);
+  /// Links those at the head of a chain that fit into this group, which is empty,
+  /// and returns the rest of the chain.
+  Drawable* append_fitting(Drawable* chain, unsigned long flags);
 };
 
 /// The hidden twin of a group class: the same fields and the same behaviour,
@@ -291,7 +304,7 @@ extern template class HiddenGroup<OpenBottomGroup>;
 
 // The layout that the statistics tell and that memory is planned with:
 //   table 8 | m_pNext 8 | m_bounds 16 | level or list 8 | m_pFirst 8 |
-//   m_pLastChild 8 | m_pParent 8 | m_flags 4 (+4)
+//   m_pLastChild 8 | m_pParent 8 | m_flags 4 | index 4
 static_assert(sizeof(void*) != 8 || sizeof(Group) == 72);
 static_assert(sizeof(BottomGroup) == sizeof(Group) && sizeof(OpenBottomGroup) == sizeof(Group));
 static_assert(sizeof(OpenBottomGroupHidden) == sizeof(Group));

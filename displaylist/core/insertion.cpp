@@ -9,6 +9,7 @@
 #include "displaylist/core/display_list.h"
 #include "displaylist/core/group.h"
 #include "displaylist/core/iterators.h"
+#include "displaylist/core/leaf_index_p.h"
 #include "displaylist/core/multithread.h"
 #include "displaylist/core/nesting_p.h"
 #include "displaylist/drawables/drawable.h"
@@ -118,11 +119,18 @@ Group* discard_and_add(OpenBottomGroup* empty, const Addition& a) {
   return next.open_below(*group, a);
 }
 
+/// Makes the bounds of a group and of those above contain the bounds.
+void widen_upward(Group* group, const BoundsTemplate<long>& bounds) {
+  for (; group != nullptr; group = group->m_pParent) {
+    if (bounds.is_inside(group->m_bounds)) continue;
+    group->m_bounds.widen(bounds);
+    LeafIndex::drop_covering(*group);
+  }
+}
+
 /// Appends to the open group whatever its cell.
 void append_anyhow(const Addition& a) {
-  for (Group* widened = a.list.m_pOpenGroup; widened != nullptr; widened = widened->m_pParent) {
-    widened->m_bounds.widen(a.bounds);
-  }
+  widen_upward(a.list.m_pOpenGroup, a.bounds);
   a.list.m_pOpenGroup->append(a.drawable, a.bounds, a.flags);
 }
 
@@ -178,10 +186,8 @@ Group* DisplayList::split_open_group_and_add(Drawable* drawable, const BoundsTem
 
   const BoundsTemplate<long> seed = chain != nullptr ? bounds_of(*chain) : bounds;
   OpenBottomGroup* child = next.open_below(*inner, level + 1, seed, *this);
-  if (chain != nullptr) {
-    // The first always stays in the child, which so cannot be discarded.
-    child->append(unlink_first(chain), seed, inner->m_flags);
-  }
+  // The first at least stays in the child, which so cannot be discarded.
+  if (chain != nullptr) chain = child->append_fitting(chain, inner->m_flags);
   while (chain != nullptr) {
     Drawable* moved = unlink_first(chain);
     const BoundsTemplate<long> moved_bounds = bounds_of(*moved);
@@ -250,9 +256,7 @@ Group* DisplayList::add_before(Group* hint, Drawable* before, Drawable* chain,
   if (group == nullptr) return nullptr;
   Drawable* predecessor = predecessor_of(before, *group);
 
-  for (Group* widened = group; widened != nullptr; widened = widened->m_pParent) {
-    widened->m_bounds.widen(bounds);
-  }
+  widen_upward(group, bounds);
   (predecessor == nullptr ? group->m_pFirst.drawable : predecessor->m_pNext) = chain;
   Drawable* end = chain;
   while (end->m_pNext != nullptr) end = end->m_pNext;

@@ -2,6 +2,7 @@
 
 #include "displaylist/core/display_list.h"
 #include "displaylist/core/group.h"
+#include "displaylist/drawables/class_table_p.h"
 #include "displaylist/drawables/drawable.h"
 
 namespace DL {
@@ -23,6 +24,12 @@ void draw_one(Drawable& drawable, DisplayList& list) {
   }
 }
 
+template <LeafForm L>
+void draw_if_shown(Drawable& drawable, DisplayList& list) {
+  Extra_Drawable_Info* info = drawable.drawable_info();
+  if (info == nullptr || info->is_drawn()) draw_one<L>(drawable, list);
+}
+
 /// Draws the drawables that their info lets draw, in order, while `goes_on`
 /// tells so before each; false when it told to stop.
 template <LeafForm L, class GoesOn>
@@ -30,8 +37,7 @@ bool draw_drawables(const BottomGroup& group, DisplayList& list, const GoesOn& g
   for (Drawable* drawable = group.m_pFirst.drawable; drawable != nullptr;
        drawable = drawable->m_pNext) {
     if (!goes_on()) return false;
-    Extra_Drawable_Info* info = drawable->drawable_info();
-    if (info == nullptr || info->is_drawn()) draw_one<L>(*drawable, list);
+    draw_if_shown<L>(*drawable, list);
   }
   return true;
 }
@@ -39,7 +45,20 @@ bool draw_drawables(const BottomGroup& group, DisplayList& list, const GoesOn& g
 /// The same without stopping.
 template <LeafForm L>
 void draw_drawables(const BottomGroup& group, DisplayList& list) {
-  draw_drawables<L>(group, list, [] { return true; });
+  if constexpr (L.selection) {
+    draw_drawables<L>(group, list, [] { return true; });
+  } else {
+    const DrawableRun& run = frequent_run();
+    Drawable* drawable = group.m_pFirst.drawable;
+    while (drawable != nullptr) {
+      if (class_change::table_of(drawable) == run.table) {
+        drawable = run.draw(drawable, list, L.clipped);
+      } else {
+        draw_if_shown<L>(*drawable, list);
+        drawable = drawable->m_pNext;
+      }
+    }
+  }
 }
 
 }  // namespace DL

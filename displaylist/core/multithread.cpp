@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <exception>
 #include <iterator>
+#include <limits>
 #include <utility>
 
 #include "displaylist/core/group.h"
@@ -74,38 +75,56 @@ void DisplayListMultithread::work() {
   m_hDone[index].set();
   m_hGo[index].wait();
   while (!m_bStop) {
-    draw_queue(index);
+    perform(index);
     m_hDone[index].set();
     m_hGo[index].wait();
   }
 }
 
-void DisplayListMultithread::draw_queue(std::int32_t index) {
-  DisplayList& context = m_contexts[index];
+void DisplayListMultithread::perform(std::int32_t index) {
   try {
-    for (std::int32_t i = 0; i < m_queueCount[index]; ++i) {
-      const BottomGroup& group = *m_queue[index][i];
-      if (m_clipped[index][i]) {
-        draw_drawables<LeafForm{true, false}>(group, context);
-      } else {
-        draw_drawables<LeafForm{false, false}>(group, context);
-      }
-    }
+    if (m_task == Task::draw_bands) return m_pOrdered->draw_bands(index);
+    draw_queue(index);
+    if (m_queueStart[index] < m_queueCount[index]) return;
   } catch (...) {
     m_thrown[index] = std::current_exception();
   }
   m_queueCount[index] = 0;
+  m_queueStart[index] = 0;
+}
+
+void DisplayListMultithread::draw_queue(std::int32_t index) {
+  const std::int32_t count = m_queueCount[index];
+  std::int32_t next = m_queueStart[index];
+  for (; next < count; ++next) {
+    if (m_pOrdered != nullptr) {
+      if (m_pOrdered->is_full(index)) break;
+      m_pOrdered->begin_group(index, m_number[index][next]);
+    }
+    draw_group(index, next);
+  }
+  m_queueStart[index] = next;
+}
+
+void DisplayListMultithread::draw_group(std::int32_t index, std::int32_t place) {
+  const BottomGroup& group = *m_queue[index][place];
+  if (m_clipped[index][place]) {
+    draw_drawables<LeafForm{true, false}>(group, m_contexts[index]);
+  } else {
+    draw_drawables<LeafForm{false, false}>(group, m_contexts[index]);
+  }
 }
 
 bool DisplayListMultithread::hand_over(const BottomGroup& group, bool clipped,
                                        std::uint32_t flags) {
-  if (m_cThreads == 0) return false;
+  if (m_cThreads == 0 || (is_drained() && !begin_ordered())) return false;
   constexpr std::uint32_t first_worker = 2;
   if ((flags & first_worker) != 0) m_iNext = 0;
   const std::int32_t queue = m_iNext;
   std::int32_t& count = m_queueCount[queue];
   m_queue[queue][count] = &group;
   m_clipped[queue][count] = clipped;
+  m_number[queue][count] = m_nextNumber++;
   ++count;
   if (count < kFullQueue) {
     m_iNext = (m_iNext + 1) % m_cThreads;
@@ -119,12 +138,87 @@ void DisplayListMultithread::WaitForAllThreads() {
   if (m_cThreads != 0 && !is_drained()) release_queues();
 }
 
-void DisplayListMultithread::draw_queues() {
+bool DisplayListMultithread::begin_ordered() {
+  const LM_Handle<LM_Renderer> renderer =
+      m_pDisplayList == nullptr ? nullptr : m_pDisplayList->m_pRenderer;
+  if (!renderer) return true;
+  if (renderer->options.is_for_one_thread) return false;
+  LM_Ordered_Drawing* const ordered = renderer->ordered_drawing();
+  if (ordered == nullptr) return true;
+  if (!ordered->begin(m_cThreads)) return false;
+  m_pOrdered = ordered;
+  m_pOrderedRenderer = renderer;
+  return true;
+}
+
+void DisplayListMultithread::end_ordered() {
+  if (m_pOrdered != nullptr) m_pOrdered->end();
+  m_pOrdered = nullptr;
+  m_pOrderedRenderer = nullptr;
+}
+
+bool DisplayListMultithread::begin_in_turn() {
+  if (m_pOrdered != nullptr && m_pOrdered->is_full(m_cThreads)) release_queues();
+  if (m_pOrdered == nullptr || m_pDisplayList->m_pRenderer != m_pOrderedRenderer) return false;
+  m_pOrdered->begin_group(m_cThreads, m_nextNumber++);
+  m_pLentCollector = m_pOrdered->collector(m_cThreads);
+  m_pDisplayList->m_pRenderer = m_pLentCollector;
+  return true;
+}
+
+void DisplayListMultithread::take_back_renderer() {
+  if (!m_pLentCollector) return;
+  LM_Handle<LM_Renderer>& renderer = m_pDisplayList->m_pRenderer;
+  if (renderer == m_pLentCollector) renderer = m_pOrderedRenderer;
+  m_pLentCollector = nullptr;
+}
+
+void DisplayListMultithread::lend_contexts() {
+  if (m_pOrdered != nullptr && m_pDisplayList->m_pRenderer != m_pOrderedRenderer) {
+    // The client has gone on to another renderer. The one before gets what the
+    // calling thread drew for it.
+    draw_bands(std::numeric_limits<std::uint64_t>::max());
+    end_ordered();
+    begin_ordered();
+  }
   for (std::int32_t i = 0; i < m_cThreads; ++i) {
     m_contexts[i].draw_for(*m_pDisplayList, m_privateRenditions[i]);
+    if (m_pOrdered != nullptr) m_contexts[i].m_pRenderer = m_pOrdered->collector(i);
   }
+}
+
+void DisplayListMultithread::have_all(Task task) {
+  m_task = task;
   for (std::int32_t i = 0; i < m_cThreads; ++i) m_hGo[i].set();
   for (std::int32_t i = 0; i < m_cThreads; ++i) m_hDone[i].wait();
+}
+
+bool DisplayListMultithread::has_more() const {
+  return std::any_of(std::begin(m_queueCount), std::end(m_queueCount),
+                     [](std::int32_t count) { return count != 0; });
+}
+
+std::uint64_t DisplayListMultithread::next_number() const {
+  std::uint64_t next = std::numeric_limits<std::uint64_t>::max();
+  for (std::int32_t i = 0; i < m_cThreads; ++i) {
+    if (m_queueCount[i] != 0) next = std::min(next, m_number[i][m_queueStart[i]]);
+  }
+  return next;
+}
+
+void DisplayListMultithread::draw_bands(std::uint64_t limit) {
+  m_pOrdered->start_bands(limit);
+  have_all(Task::draw_bands);
+  m_pOrdered->finish_bands();
+}
+
+void DisplayListMultithread::draw_queues() {
+  lend_contexts();
+  do {
+    have_all(Task::draw_queue);
+    if (m_pOrdered != nullptr) draw_bands(next_number());
+  } while (has_more());
+  end_ordered();
   for (std::int32_t i = 0; i < m_cThreads; ++i) m_contexts[i].rest();
 }
 
@@ -134,9 +228,11 @@ void DisplayListMultithread::forget_queues() {
 }
 
 void DisplayListMultithread::release_queues() {
+  take_back_renderer();
   try {
     draw_queues();
   } catch (...) {
+    end_ordered();
     forget_queues();  // memory ran out before anything was drawn
     throw;
   }

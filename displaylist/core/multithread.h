@@ -8,13 +8,14 @@
 #include "displaylist/core/display_list.h"
 #include "displaylist/core/event.h"
 #include "displaylist/platform/export.h"
+#include "displaylist/platform/ordered_drawing.h"
 
 namespace DL {
 
 class BottomGroup;
 
 /// Draws the closed bottom groups of a display list on up to four worker
-/// threads, in no order among groups:
+/// threads, in order where the renderer does that:
 ///
 ///     auto threads = std::make_unique<DL::DisplayListMultithread>(0);
 ///     threads->m_pDisplayList = &list;
@@ -40,6 +41,14 @@ class BottomGroup;
 /// 5. What a drawable throws on a worker is thrown again, once all queues are
 ///    drawn or given up, by the operation that had them drawn.
 /// 6. This object goes before the list that it draws.
+/// 7. A renderer that draws in order (LM_Renderer::ordered_drawing) shows groups
+///    in the order of the traversal, those too that the calling thread draws
+///    while something is queued: the workers draw into its collectors, then the
+///    bands of its device. Drawables then find a collector in their list's
+///    m_pRenderer. Any other renderer shows groups in no order, and those of the
+///    calling thread at once. A renderer that is for one thread, or draws in
+///    order for another list, has groups drawn by the thread that would queue
+///    them.
 class DISPLAYLIST_API DisplayListMultithread {
  public:
   static constexpr std::int32_t kMaxThreads = 4;
@@ -62,11 +71,18 @@ class DISPLAYLIST_API DisplayListMultithread {
 
   /// Queues a group to be drawn with each drawable's clipped or unclipped
   /// operation; `flags` bit 1 gives it to the first worker. False, with nothing
-  /// queued, when there are no threads. May draw all that is queued.
+  /// queued, when there are no threads or none may draw. May draw all that is
+  /// queued.
   bool hand_over(const BottomGroup& group, bool clipped, std::uint32_t flags);
 
   /// Whether nothing is queued.
   [[nodiscard]] bool is_drained() const { return m_queueCount[0] == 0; }
+
+  /// Has what the calling thread draws next through the list come behind the
+  /// queued groups, until end_in_turn. False where the renderer does not draw in
+  /// order, or it comes behind them already. May draw all that is queued.
+  bool begin_in_turn();
+  void end_in_turn() { take_back_renderer(); }
 
   /// Memory from the system's pages; null when there is none.
   static void* operator new(std::size_t size) noexcept;
@@ -86,19 +102,61 @@ class DISPLAYLIST_API DisplayListMultithread {
   std::int32_t m_iNext = 0;                          ///< the queue of the next group
 
  private:
+  /// What the workers do at a go.
+  enum class Task : std::uint8_t { draw_queue, draw_bands };
+
   bool start_thread(std::int32_t index);
   void work();
+  void perform(std::int32_t index);
   void draw_queue(std::int32_t index);
+  void draw_group(std::int32_t index, std::int32_t place);
+
+  bool begin_ordered();
+  void end_ordered();
+  void take_back_renderer();
+  void lend_contexts();
   void draw_queues();
+  /// Of the groups whose numbers are below the limit.
+  void draw_bands(std::uint64_t limit);
+  [[nodiscard]] bool has_more() const;
+  [[nodiscard]] std::uint64_t next_number() const;
+  void have_all(Task task);
   void release_queues();
   void forget_queues();
 
   DisplayList m_contexts[kMaxThreads];  ///< what the workers draw with
   LM_Rendition m_privateRenditions[kMaxThreads];
   std::exception_ptr m_thrown[kMaxThreads];  ///< by a drawable, on the way to the client
+  Task m_task = Task::draw_queue;
+
+  /// Draws what is queued in order; null while nothing is, or without order.
+  LM_Ordered_Drawing* m_pOrdered = nullptr;
+  LM_Handle<LM_Renderer> m_pOrderedRenderer;                 ///< whose it is
+  LM_Handle<LM_Renderer> m_pLentCollector;                   ///< the list's in the renderer's place
+  std::uint64_t m_nextNumber = 0;                            ///< of the next group
+  std::uint64_t m_number[kMaxThreads][kFullQueue + 1] = {};  ///< of the queued groups
+  std::int32_t m_queueStart[kMaxThreads] = {};               ///< the first one still to draw
 };
 
 /// Whether no worker has groups of the list still to draw.
 [[nodiscard]] bool is_drained(const DisplayList& list);
+
+/// While it exists, what the calling thread draws of a list has its turn behind
+/// the groups that are queued.
+class InTurn {
+ public:
+  explicit InTurn(const DisplayList& list) {
+    if (is_drained(list) || !list.m_pMultithread->begin_in_turn()) return;
+    m_pThreads = list.m_pMultithread;
+  }
+  InTurn(const InTurn&) = delete;
+  InTurn& operator=(const InTurn&) = delete;
+  ~InTurn() {
+    if (m_pThreads != nullptr) m_pThreads->end_in_turn();
+  }
+
+ private:
+  DisplayListMultithread* m_pThreads = nullptr;
+};
 
 }  // namespace DL

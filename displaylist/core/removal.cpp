@@ -6,6 +6,7 @@
 
 #include "displaylist/core/display_list.h"
 #include "displaylist/core/group.h"
+#include "displaylist/core/leaf_index_p.h"
 #include "displaylist/core/multithread.h"
 #include "displaylist/drawables/drawable.h"
 #include "displaylist/drawables/search.h"
@@ -77,10 +78,29 @@ Group* remove_match(BottomGroup& group, Search& search, Fate fate) {
   return next != nullptr ? next : left;
 }
 
-/// Asks the children whose bounds contain the search's until one finds a match.
+/// Asks the leaves in an index whose bounds contain the search's, in order. What
+/// finds a match may change the tree: nothing else of it is looked at then.
+template <class Ask>
+Group* ask_leaves(LeafIndex::Hits& leaves, const Search& search, const Ask& ask) {
+  while (Group* leaf = leaves.next()) {
+    if (!search.m_bounds.is_inside(leaf->m_bounds)) continue;
+    if (Group* found = ask(*leaf)) return found;
+  }
+  return nullptr;
+}
+
+/// Asks what is below the group and contains the search's bounds until one finds
+/// a match: the leaves that an index knows, then the other children.
 template <class Ask>
 Group* ask_children(const Group& group, const Search& search, const Ask& ask) {
-  for (Group* child = group.m_pFirst.group; child != nullptr; child = child->m_pNext) {
+  Group* child = group.m_pFirst.group;
+  // Bounds of nothing lie inside all others, and meet none.
+  LeafIndex* index = search.m_bounds.is_empty() ? nullptr : LeafIndex::of(group);
+  if (LeafIndex::Hits leaves(index, search.m_bounds, false); leaves) {
+    if (Group* found = ask_leaves(leaves, search, ask)) return found;
+    child = index->tail();
+  }
+  for (; child != nullptr; child = child->m_pNext) {
     if (!search.m_bounds.is_inside(child->m_bounds)) continue;
     if (Group* found = ask(*child)) return found;
   }
@@ -158,6 +178,7 @@ void Group::remove_bounded(const BoundsTemplate<long>& rectangle) {
 
 void Group::remove_bounded_worker(const BoundsTemplate<long>& rectangle) {
   assert(is_drained(*this));
+  LeafIndex::drop_upward(*this);
   sift_children(*this, [&](Group& child) {
     if (child.m_bounds.is_inside(rectangle)) return false;
     if (!child.m_bounds.meets(rectangle)) return true;
@@ -183,6 +204,7 @@ void BottomGroup::remove_bounded_worker(const BoundsTemplate<long>& rectangle) {
 
 void Group::remove_all() {
   assert(is_drained(*this));
+  LeafIndex::drop_upward(*this);
   sift_children(*this, [](const Group&) { return false; });
 }
 

@@ -1,6 +1,7 @@
 #include "displaylist/core/display_list.h"
 #include "displaylist/core/group.h"
 #include "displaylist/core/iterators.h"
+#include "displaylist/core/leaf_index_p.h"
 
 namespace DL {
 
@@ -28,7 +29,15 @@ Group* DisplayListReverseIterator::init(DisplayList* list, const BoundsTemplate<
 }
 
 bool DisplayListReverseIterator::expand(const GroupInfo& info) {
-  for (Group* child = info.group->m_pFirst.group; child != nullptr; child = child->m_pNext) {
+  Group* child = info.group->m_pFirst.group;
+  LeafIndex* index = info.inside ? nullptr : LeafIndex::of(*info.group);
+  if (LeafIndex::Hits leaves(index, m_bounds, false); leaves) {
+    while (Group* leaf = leaves.next()) {
+      if (!m_groups.push({leaf, false})) return give_up();
+    }
+    child = index->tail();
+  }
+  for (; child != nullptr; child = child->m_pNext) {
     const bool inside = info.inside || child->m_bounds.is_inside(m_bounds);
     if (!inside && !child->m_bounds.meets(m_bounds)) continue;
     if (!m_groups.push({child, inside})) return give_up();

@@ -6,7 +6,9 @@
 #include "displaylist/core/draw_form_p.h"
 #include "displaylist/core/group.h"
 #include "displaylist/core/leaf_drawing_p.h"
+#include "displaylist/core/leaf_index_p.h"
 #include "displaylist/core/multithread.h"
+#include "displaylist/core/wrapping_p.h"
 
 namespace DL {
 
@@ -34,32 +36,100 @@ Place place_of(const BoundsTemplate<long>& bounds, const Region& region) {
   return bounds.meets(*region.outer) ? Place::meeting : Place::apart;
 }
 
-/// Counts a visit; false when this visit polls and the test asks to stop.
+/// Counts visits; false when one of them polls and the test asks to stop.
 template <Form F>
-bool goes_on(DisplayList& list) {
+bool goes_on(DisplayList& list, std::int64_t visits = 1) {
   std::int32_t& counter = F.selection ? list.m_cSelInterruptCounter : list.m_cInterruptCounter;
-  const std::int32_t visits_between_polls =
+  const std::int32_t& visits_between_polls =
       F.selection ? DisplayList::m_cSelInterruptCount : DisplayList::m_cInterruptCount;
-  if (++counter != visits_between_polls) return true;
-  counter = 0;
-  const InterruptTest test = F.selection ? list.m_pfnSelInterrupt : list.m_pfnInterrupt;
-  void* context = F.selection ? list.m_pSelInterruptContext : list.m_pInterruptContext;
-  return test == nullptr || test(context, &list);
+  while (visits > 0) {
+    const std::int64_t missing = std::int64_t{visits_between_polls} - counter;
+    if (missing <= 0 || visits < missing) {
+      counter = wrapping_add(counter, static_cast<std::int32_t>(visits));
+      return true;
+    }
+    visits -= missing;
+    counter = 0;
+    const InterruptTest test = F.selection ? list.m_pfnSelInterrupt : list.m_pfnInterrupt;
+    void* context = F.selection ? list.m_pSelInterruptContext : list.m_pInterruptContext;
+    if (test != nullptr && !test(context, &list)) return false;
+  }
+  return true;
 }
 
 // --- Inner groups -----------------------------------------------------------
 
+/// Whether the leaves' own bounds tell what a form draws: a complex clip is tested
+/// group by group, and polls of the selection count leaves that lie apart.
 template <Form F>
-bool visit_children(const Group& group, DisplayList& list, const Region& region) {
-  for (const Group* child = group.m_pFirst.group; child != nullptr; child = child->m_pNext) {
+constexpr bool kTakesLeaves = F.bounded&& F.clip != Clip::complex && !(F.selection && F.interrupt);
+
+/// Draws a leaf of which only its own place in the region is known.
+template <Form F>
+bool visit_leaf(const Group& leaf, DisplayList& list, const Region& region) {
+  if constexpr (F.interrupt) {
+    // Below a group that lies inside, drawables are drawn without polls.
+    if (leaf.m_pParent->m_bounds.is_inside(*region.inner)) {
+      return draw::visit<without_bounds(F)>(leaf, list, region);
+    }
+  }
+  return draw::visit<F>(leaf, list, region);
+}
+
+template <Form F>
+bool visit_leaves(LeafIndex::Hits& leaves, DisplayList& list, const Region& region) {
+  for (;;) {
+    const Group* leaf = leaves.next();
+    if constexpr (F.interrupt) {
+      if (!goes_on<F>(list, leaves.inner_groups_passed())) return false;
+    }
+    if (leaf == nullptr) return true;
+    if (!visit_leaf<F>(*leaf, list, region)) return false;
+  }
+}
+
+/// Visits the children from one on and returns how many there are; -1 when it was
+/// stopped.
+template <Form F>
+std::int64_t walk_children(const Group* child, DisplayList& list, const Region& region) {
+  std::int64_t count = 0;
+  for (; child != nullptr; child = child->m_pNext, ++count) {
     if constexpr (F.bounded && !F.interrupt) {
-      // Spares the call where it would draw nothing: a small window meets few
-      // of many siblings. The interruptible forms count each visit.
+      // Spares the call where it would draw nothing. The interruptible forms
+      // count each visit.
       if (place_of(child->m_bounds, region) == Place::apart) continue;
     }
-    if (!draw::visit<F>(*child, list, region)) return false;
+    if (!draw::visit<F>(*child, list, region)) return -1;
+  }
+  return count;
+}
+
+/// Visits the leaves that the group's index covers, then the children that are in
+/// no index.
+template <Form F>
+bool visit_by_index(const Group& group, DisplayList& list, const Region& region) {
+  const Group* rest = group.m_pFirst.group;
+  LeafIndex* index = LeafIndex::of(group);
+  LeafIndex::Hits leaves(index, *region.outer, F.interrupt);
+  if (leaves) {
+    if (!visit_leaves<F>(leaves, list, region)) return false;
+    rest = leaves.tail();  // as it is now: an interrupt test may have added to it
+  }
+  const std::int64_t walked = walk_children<F>(rest, list, region);
+  if (walked < 0) return false;
+  // One that others use is as good as one can be made.
+  if (leaves || index == nullptr) {
+    LeafIndex::make_if_due(group, static_cast<std::uint32_t>(walked), list.m_heap);
   }
   return true;
+}
+
+template <Form F>
+bool visit_children(const Group& group, DisplayList& list, const Region& region) {
+  if constexpr (kTakesLeaves<F>) {
+    if (region.inner->is_inside(*region.outer)) return visit_by_index<F>(group, list, region);
+  }
+  return walk_children<F>(group.m_pFirst.group, list, region) >= 0;
 }
 
 /// Draws a group whose place in the region is settled, by its place in the clip.
@@ -113,15 +183,18 @@ bool draw_leaf_by_clip(const BottomGroup& group, DisplayList& list) {
     if (answer == ClipAnswer::outside) return true;
     if (answer == ClipAnswer::inside) {
       const LiftedClip lifted(list.m_rendition);
+      const InTurn in_turn(list);
       draw_drawables<leaf>(group, list);
       return true;
     }
   } else if constexpr (!F.selection) {
     if (hand_to_threads(group, list, Clipped)) return true;
     if constexpr (F.interrupt && F.bounded) {
+      const InTurn in_turn(list);
       return draw_drawables<leaf>(group, list, [&] { return goes_on<F>(list); });
     }
   }
+  const InTurn in_turn(list);
   draw_drawables<leaf>(group, list);
   return true;
 }

@@ -4,7 +4,7 @@
 #include <cassert>
 #include <utility>
 
-#include "displaylist/core/coding_p.h"
+#include "displaylist/core/coding.h"
 #include "displaylist/core/display_list.h"
 #include "displaylist/core/group.h"
 #include "displaylist/core/multithread.h"
@@ -69,9 +69,7 @@ class TreeReader {
  private:
   /// False when the stream has ended.
   bool read_fields(Group& group) {
-    BoundsTemplate<long>& bounds = group.m_bounds;
-    return coding::read(m_stream, bounds.min.x) && coding::read(m_stream, bounds.min.y) &&
-           coding::read(m_stream, bounds.max.x) && coding::read(m_stream, bounds.max.y) &&
+    return coding::read(m_stream, group.m_bounds) &&
            (group.is_open() || coding::read(m_stream, group.m_level)) &&
            coding::read(m_stream, group.m_flags);
   }

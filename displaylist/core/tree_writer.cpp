@@ -1,7 +1,7 @@
 // Writing a tree: the record of a group, with that of its next sibling in it,
 // then its children's. A loop instead of calls keeps the stack constant.
 
-#include "displaylist/core/coding_p.h"
+#include "displaylist/core/coding.h"
 #include "displaylist/core/display_list.h"
 #include "displaylist/core/group.h"
 #include "displaylist/core/pending_groups_p.h"
@@ -20,10 +20,7 @@ std::uint32_t tag_of(const Group& group) {
 /// What a group's record holds of the group itself.
 void write_fields(const Group& group, ZtFsStream& stream) {
   coding::write(stream, tag_of(group));
-  coding::write(stream, group.m_bounds.min.x);
-  coding::write(stream, group.m_bounds.min.y);
-  coding::write(stream, group.m_bounds.max.x);
-  coding::write(stream, group.m_bounds.max.y);
+  coding::write(stream, group.m_bounds);
   if (!group.is_open()) coding::write(stream, group.level());
   coding::write(stream, group.m_flags);
 }
@@ -33,7 +30,7 @@ void write_siblings(Group* first, ZtFsStream& stream, PendingGroups& pending) {
     write_fields(*group, stream);
     pending.push(group);
   }
-  coding::write(stream, tag::kEnd);
+  write_end(stream);
 }
 
 }  // namespace
@@ -58,7 +55,7 @@ void DisplayList::serialize_out(ZtFsStream* stream,
   if (m_pRootGroup != nullptr) {
     m_pRootGroup->serialize_out(stream, *this);
   } else {
-    coding::write(*stream, tag::kEnd);
+    write_end(*stream);
   }
 }
 

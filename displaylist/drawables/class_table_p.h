@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+#include "displaylist/drawables/run_p.h"
+
 class LumenHeap;
 
 /// What the base needs to know of the concrete classes; the catalogue answers.
@@ -16,6 +18,9 @@ bool palettize(Drawable& drawable);
 /// Constructs the library's own class for a stream tag on the heap, unfilled;
 /// null for other tags or when memory is exhausted.
 Drawable* construct_built_in(std::uint32_t tag, LumenHeap* heap);
+
+/// The run of the class that drawings hold most of.
+const DrawableRun& frequent_run();
 
 /// Whether one of the library's own classes has this stream tag.
 bool is_built_in(std::uint32_t tag);

@@ -1,6 +1,6 @@
 #include "displaylist/drawables/dot.h"
 
-#include "displaylist/core/coding_p.h"
+#include "displaylist/core/coding.h"
 #include "displaylist/core/display_list.h"
 #include "displaylist/core/transform_p.h"
 #include "displaylist/drawables/dump_p.h"
@@ -85,14 +85,13 @@ void DLDot::dump(std::ostream& os, int level, DisplayListDebug& statistics) cons
 
 void DLDot::serialize_out(ZtFsStream* stream, DisplayList& list) {
   coding::write(*stream, tag::kDLDot);
-  coding::write(*stream, m_point.x);
-  coding::write(*stream, m_point.y);
+  coding::write(*stream, m_point);
   Drawable::serialize_out(stream, list);
 }
 
 void DLDot::serialize_in(ZtFsStream* stream, DisplayList& list) {
   // A stream that ends here leaves zeros; the base record ends the reading.
-  static_cast<void>(coding::read(*stream, m_point.x) && coding::read(*stream, m_point.y));
+  static_cast<void>(coding::read(*stream, m_point));
   Drawable::serialize_in(stream, list);
 }
 

@@ -1,6 +1,6 @@
 #include "displaylist/drawables/polydot.h"
 
-#include "displaylist/core/coding_p.h"
+#include "displaylist/core/coding.h"
 #include "displaylist/core/device_buffer_p.h"
 #include "displaylist/core/display_list.h"
 #include "displaylist/core/transform_p.h"
@@ -47,11 +47,12 @@ void DLPolydot::draw_clipped(DisplayList& list) {
 
 void DLPolydot::draw(DisplayList& list, bool clip) {
   if (count <= kPointsWithoutAllocation) {
-    LM_DCI_Point device[kPointsWithoutAllocation];
+    LM_DCI_Point device[kPointsWithoutAllocation + 1];
     if (count > 0) draw_device_points(list, clip, device);
     return;
   }
-  void* memory = Drawable::operator new(static_cast<std::size_t>(count) * sizeof(LM_DCI_Point));
+  void* memory =
+      Drawable::operator new((static_cast<std::size_t>(count) + 1) * sizeof(LM_DCI_Point));
   if (memory == nullptr) return;
   draw_device_points(list, clip, static_cast<LM_DCI_Point*>(memory));
   Drawable::operator delete(memory);

@@ -1,9 +1,10 @@
 // The record that every stored drawable ends with: its colour, then the rest
 // of the chain.
 
+#include <cstddef>
 #include <cstring>
 
-#include "displaylist/core/coding_p.h"
+#include "displaylist/core/coding.h"
 #include "displaylist/core/display_list.h"
 #include "displaylist/core/tags.h"
 #include "displaylist/drawables/class_table_p.h"
@@ -38,24 +39,38 @@ bool leaves_rest_to_loop(const Drawable& drawable, DisplayList& list) {
   return true;
 }
 
-/// Passes on what is written and notes the last word.
+/// Passes on what is written and notes whether the last of it was the end
+/// marker.
 class LastWord final : public ZtFsStream {
  public:
-  explicit LastWord(ZtFsStream& stream) : m_stream(stream) {}
+  explicit LastWord(ZtFsStream& stream) : m_stream(stream) { pass_on_to(stream); }
 
   void write(const void* buffer, std::int32_t size) override {
     m_stream.write(buffer, size);
     m_word = 0;
     if (size == static_cast<std::int32_t>(sizeof m_word))
       std::memcpy(&m_word, buffer, sizeof m_word);
+    m_behind_word = place();
   }
   void read(void* buffer, std::int32_t* size) override { m_stream.read(buffer, size); }
 
-  [[nodiscard]] bool is_end() const { return m_word == tag::kEnd; }
+  void forget() { m_word = 0; }
+  /// What the library itself writes does not come by here, but for the marker; it
+  /// moves the place.
+  [[nodiscard]] bool is_end() const { return m_word == tag::kEnd && m_behind_word == place(); }
 
  private:
+  struct Place {
+    const std::byte* room;
+    std::uint64_t passed;
+
+    friend bool operator==(const Place&, const Place&) = default;
+  };
+  [[nodiscard]] Place place() const { return {room().data(), calls_passed()}; }
+
   ZtFsStream& m_stream;
   std::uint32_t m_word = 0;
+  Place m_behind_word{};
 };
 
 void write_color(const Drawable& drawable, ZtFsStream& stream, const DisplayList& list) {
@@ -124,15 +139,16 @@ bool read_record_chain(Drawable*& first, ZtFsStream& stream, DisplayList& list) 
 void write_record_chain(Drawable* first, ZtFsStream& stream, DisplayList& list) {
   RecordChain chain;
   const CurrentChain current(list, chain);
+  LastWord watched(stream);
   for (Drawable* drawable = first; drawable != nullptr; drawable = drawable->m_pNext) {
-    LastWord watched(stream);
+    watched.forget();
     chain = {drawable, false};
     drawable->serialize_out(&watched, list);
     // A client's class may write the end of its record itself, and with it all
     // that follows.
     if (!chain.reached_base_record && watched.is_end()) return;
   }
-  coding::write(stream, tag::kEnd);
+  write_end(stream);
 }
 
 void Drawable::serialize_out(ZtFsStream* stream, DisplayList& list) {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "displaylist/core/display_list.h"
-
-class ZtFsStream;
+#include "displaylist/core/tags.h"
+#include "displaylist/platform/stream.h"
 
 namespace DL {
 
@@ -24,6 +24,12 @@ struct RecordChain {
   /// nothing. Then those that it lies in end too.
   static bool& was_cut(DisplayList& list) { return list.m_bReadingEnded; }
 };
+
+/// Writes the end marker by a call of the stream, always: whoever passes the
+/// calls on to another stream sees it.
+inline void write_end(ZtFsStream& stream) {
+  stream.write(&tag::kEnd, sizeof tag::kEnd);
+}
 
 /// Reads a chain up to its end marker into `first`. False when it was cut; what
 /// was read then is there all the same.

@@ -12,7 +12,12 @@
 /// What a renderer is able to do.
 struct LM_Renderer_Options {
   bool supports_complex_clip = false;
+  /// One thread at a time draws through it: lists give their worker threads
+  /// nothing to draw.
+  bool is_for_one_thread = false;
 };
+
+class LM_Ordered_Drawing;
 
 /// What text_extent tells beside the corners.
 struct LM_Text_Extent {
@@ -73,4 +78,9 @@ class LUMEN_API LM_Renderer : public LM_Counted {
   /// `outline` becomes null where the character leaves no ink.
   virtual void glyph_outline(std::uint32_t character, LM_Rendition* rendition,
                              LM_Contour_Set& outline, float& advance);
+
+  /// What draws groups of several threads in order (see ordered_drawing.h), as
+  /// long as the renderer lives; as it stands null. Without it threads draw
+  /// through the renderer all at once.
+  [[nodiscard]] virtual LM_Ordered_Drawing* ordered_drawing() { return nullptr; }
 };

@@ -16,11 +16,11 @@ void draw_points(Polything& polything, DisplayList& list, bool clip, const Actio
                  const Action& clipped, Arguments... arguments) {
   const std::int32_t count = polything.count;
   if (count < 1) return;
-  DeviceBuffer<0> buffer(count);
-  LM_DCI_Point* device = buffer.points();
-  transform::all_with_rotation(list, polything.points, count, device);
-  const bool inside = !clip && all_inside(list.m_rendition.clip_rectangle(), device, count);
-  (inside ? unclipped : clipped)(polything.rendition(list), count, device, arguments...);
+  with_device_buffer<0>(count, [&](LM_DCI_Point* device) {
+    transform::all_with_rotation(list, polything.points, count, device);
+    const bool inside = !clip && all_inside(list.m_rendition.clip_rectangle(), device, count);
+    (inside ? unclipped : clipped)(polything.rendition(list), count, device, arguments...);
+  });
 }
 
 }  // namespace DL

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <bit>
 
-#include "displaylist/core/coding_p.h"
+#include "displaylist/core/coding.h"
 #include "displaylist/core/display_list.h"
 #include "displaylist/drawables/dump_p.h"
 #include "displaylist/drawables/manifest.h"
@@ -117,8 +117,7 @@ void DLEllipse::dump(std::ostream& os, int level, DisplayListDebug& statistics) 
 
 void DLEllipse::serialize_out(ZtFsStream* stream, DisplayList& list) {
   coding::write(*stream, tag::kDLEllipse);
-  coding::write(*stream, center.x);
-  coding::write(*stream, center.y);
+  coding::write(*stream, center);
   coding::write(*stream, major);
   coding::write(*stream, minor);
   coding::write(*stream, rotation);
@@ -129,9 +128,9 @@ void DLEllipse::serialize_out(ZtFsStream* stream, DisplayList& list) {
 void DLEllipse::serialize_in(ZtFsStream* stream, DisplayList& list) {
   display_list = &list;
   // A stream that ends here leaves zeros; the base record ends the reading.
-  static_cast<void>(coding::read(*stream, center.x) && coding::read(*stream, center.y) &&
-                    coding::read(*stream, major) && coding::read(*stream, minor) &&
-                    coding::read(*stream, rotation) && coding::read(*stream, reserved));
+  static_cast<void>(coding::read(*stream, center) && coding::read(*stream, major) &&
+                    coding::read(*stream, minor) && coding::read(*stream, rotation) &&
+                    coding::read(*stream, reserved));
   Drawable::serialize_in(stream, list);
 }
 

@@ -1,6 +1,6 @@
 #include "displaylist/polythings/elliptical_pie.h"
 
-#include "displaylist/core/coding_p.h"
+#include "displaylist/core/coding.h"
 #include "displaylist/drawables/dump_p.h"
 #include "displaylist/drawables/manifest.h"
 #include "displaylist/drawables/search.h"

@@ -2,7 +2,7 @@
 
 #include <ostream>
 
-#include "displaylist/core/coding_p.h"
+#include "displaylist/core/coding.h"
 #include "displaylist/core/device_buffer_p.h"
 #include "displaylist/core/display_list.h"
 #include "displaylist/core/transform_p.h"
@@ -12,7 +12,7 @@
 #include "displaylist/drawables/variants.h"
 #include "displaylist/polythings/copy_p.h"
 #include "displaylist/polythings/inside_p.h"
-#include "displaylist/polythings/wide_dot_p.h"
+#include "displaylist/polythings/polyline_device_p.h"
 
 namespace DL {
 
@@ -40,28 +40,11 @@ void DLPolyline::draw_clipped(DisplayList& list) {
 
 void DLPolyline::draw(DisplayList& list, bool clip) {
   if (count < 1) return;
-  DeviceBuffer<1> buffer(count);
-  LM_DCI_Point* device = buffer.points();
-  const std::int32_t kept = transform::distinct_with_rotation(list, points, count, device);
-  if (kept == 1) {
-    draw_collapsed(list, device[0], clip);
-    return;
-  }
-  const LM_Device_Actions& actions = list.m_pRenderer->actions;
-  const bool inside = !clip && all_inside(list.m_rendition.clip_rectangle(), device, kept);
-  (inside ? actions.polyline_unclipped : actions.polyline_clipped)(rendition(list), kept, device);
-}
-
-void DLPolyline::draw_collapsed(DisplayList& list, const LM_DCI_Point& point, bool clip) {
-  LM_Rendition* rendition = this->rendition(list);
-  const std::int32_t weight = rendition->line_style().weight;
-  if (weight >= 2 && list.m_bWideDots) {
-    draw_wide_dot(list, *rendition, point, weight);
-    return;
-  }
-  const LM_Device_Actions& actions = list.m_pRenderer->actions;
-  const bool inside = !clip && list.m_rendition.clip_rectangle().contains(point);
-  (inside ? actions.dot_unclipped : actions.dot_clipped)(rendition, &point, nullptr);
+  with_device_buffer<1>(count, [&](LM_DCI_Point* device) {
+    InsideTest test(list.m_rendition.clip_rectangle());
+    const std::int32_t kept = transform::distinct_with_rotation(list, points, count, device, test);
+    polyline::draw_device(list, *rendition(list), device, kept, !clip && test.all_inside());
+  });
 }
 
 bool DLPolyline::remove(Search& search) {

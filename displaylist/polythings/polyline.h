@@ -33,7 +33,6 @@ class DISPLAYLIST_API DLPolyline : public Polything {
 
  private:
   void draw(DisplayList& list, bool clip);
-  void draw_collapsed(DisplayList& list, const LM_DCI_Point& point, bool clip);
 };
 
 /// A polyline with a colour at each vertex, interpolated along the segments.

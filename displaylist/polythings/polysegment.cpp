@@ -1,6 +1,6 @@
 #include "displaylist/polythings/polysegment.h"
 
-#include "displaylist/core/coding_p.h"
+#include "displaylist/core/coding.h"
 #include "displaylist/core/display_list.h"
 #include "displaylist/core/transform_p.h"
 #include "displaylist/core/wrapping_p.h"

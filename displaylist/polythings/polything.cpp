@@ -4,7 +4,7 @@
 #include <cstddef>
 
 #include "displaylist/core/array_p.h"
-#include "displaylist/core/coding_p.h"
+#include "displaylist/core/coding.h"
 #include "displaylist/core/display_list.h"
 #include "displaylist/drawables/dump_p.h"
 
@@ -97,10 +97,7 @@ void Polything::dump(std::ostream& os, int level, DisplayListDebug& statistics) 
 
 void Polything::serialize_out(ZtFsStream* stream, DisplayList& list) {
   coding::write(*stream, count);
-  for (std::int32_t i = 0; i < count; ++i) {
-    coding::write(*stream, points[i].x);
-    coding::write(*stream, points[i].y);
-  }
+  coding::write_array(*stream, points, static_cast<std::size_t>(std::max(count, 0)));
   Drawable::serialize_out(stream, list);
 }
 
@@ -122,9 +119,14 @@ void Polything::read_points(ZtFsStream& stream, std::int32_t wanted, LumenHeap* 
   // so that what follows them is still found.
   std::int32_t capacity = std::min(wanted, kFirstReadPoints);
   points = allocate_array<PointTemplate<long>>(capacity, heap);
+  const std::size_t bytes = static_cast<std::size_t>(capacity) * sizeof *points;
+  if (points != nullptr && capacity == wanted && stream.take(points, bytes)) {
+    count = wanted;
+    return;
+  }
   PointTemplate<long> point{};
   for (std::int32_t i = 0; i < wanted; ++i) {
-    if (!coding::read(stream, point.x) || !coding::read(stream, point.y)) return;
+    if (!coding::read(stream, point)) return;
     if (points != nullptr && count == capacity) {
       capacity = capacity > wanted / 2 ? wanted : capacity * 2;
       grow_points(capacity, heap);

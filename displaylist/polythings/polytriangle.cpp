@@ -1,6 +1,6 @@
 #include "displaylist/polythings/polytriangle.h"
 
-#include "displaylist/core/coding_p.h"
+#include "displaylist/core/coding.h"
 #include "displaylist/core/device_buffer_p.h"
 #include "displaylist/core/display_list.h"
 #include "displaylist/core/transform_p.h"
@@ -47,23 +47,24 @@ void DLPolytriangle::draw_unclipped(DisplayList& list) {
 
 void DLPolytriangle::draw_clipped(DisplayList& list) {
   if (count < 1) return;
-  DeviceBuffer<0> buffer(count);
-  LM_DCI_Point* device = buffer.points();
-  transform::all_with_rotation(list, points, count, device);
-  LM_Rendition* rendition = this->rendition(list);
-  list.m_pRenderer->actions.triangle_strip_clipped(rendition, count, device);
-  const bool has_outline = rendition->edge_mode() == LM_EDGE_MODE_OUTLINE && count >= 3;
-  if (has_outline) draw_outline(list, device);
+  with_device_buffer<0>(count, [&](LM_DCI_Point* device) {
+    transform::all_with_rotation(list, points, count, device);
+    LM_Rendition* rendition = this->rendition(list);
+    list.m_pRenderer->actions.triangle_strip_clipped(rendition, count, device);
+    const bool has_outline = rendition->edge_mode() == LM_EDGE_MODE_OUTLINE && count >= 3;
+    if (has_outline) draw_outline(list, device);
+  });
 }
 
 void DLPolytriangle::draw_outline(DisplayList& list, const LM_DCI_Point* device) {
-  DeviceBuffer<1> buffer(count);
-  collect_outline(device, count, buffer.points());
-  LM_Rendition& changed = list.changeable(*rendition(list));
-  const std::int32_t weight = changed.line_style().weight;
-  changed.set_line_weight(1);
-  list.m_pRenderer->actions.polyline_clipped(&changed, count + 1, buffer.points());
-  changed.set_line_weight(weight);
+  with_device_buffer<1>(count, [&](LM_DCI_Point* outline) {
+    collect_outline(device, count, outline);
+    LM_Rendition& changed = list.changeable(*rendition(list));
+    const std::int32_t weight = changed.line_style().weight;
+    changed.set_line_weight(1);
+    list.m_pRenderer->actions.polyline_clipped(&changed, count + 1, outline);
+    changed.set_line_weight(weight);
+  });
 }
 
 bool DLPolytriangle::remove(Search& search) {

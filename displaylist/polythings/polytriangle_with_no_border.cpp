@@ -1,4 +1,4 @@
-#include "displaylist/core/coding_p.h"
+#include "displaylist/core/coding.h"
 #include "displaylist/drawables/dump_p.h"
 #include "displaylist/drawables/manifest.h"
 #include "displaylist/drawables/search.h"

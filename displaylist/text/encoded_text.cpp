@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "displaylist/core/coding_p.h"
+#include "displaylist/core/coding.h"
 #include "displaylist/platform/memory.h"
 #include "displaylist/platform/multibyte.h"
 #include "displaylist/platform/utf16.h"

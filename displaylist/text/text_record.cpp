@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "displaylist/core/coding_p.h"
+#include "displaylist/core/coding.h"
 #include "displaylist/core/display_list.h"
 #include "displaylist/drawables/manifest.h"
 #include "displaylist/text/encoded_text.h"
@@ -48,27 +48,6 @@ bool read_font(ZtFsStream& stream, LM_Font_Description& font) {
          coding::read(stream, font.width) && coding::read(stream, font.character);
 }
 
-void write_point(ZtFsStream& stream, const PointTemplate<double>& point) {
-  coding::write(stream, point.x);
-  coding::write(stream, point.y);
-}
-
-bool read_point(ZtFsStream& stream, PointTemplate<double>& point) {
-  return coding::read(stream, point.x) && coding::read(stream, point.y);
-}
-
-void write_bounds(ZtFsStream& stream, const BoundsTemplate<long>& bounds) {
-  coding::write(stream, bounds.min.x);
-  coding::write(stream, bounds.min.y);
-  coding::write(stream, bounds.max.x);
-  coding::write(stream, bounds.max.y);
-}
-
-bool read_bounds(ZtFsStream& stream, BoundsTemplate<long>& bounds) {
-  return coding::read(stream, bounds.min.x) && coding::read(stream, bounds.min.y) &&
-         coding::read(stream, bounds.max.x) && coding::read(stream, bounds.max.y);
-}
-
 }  // namespace
 
 void DLText::serialize_out(ZtFsStream* stream, DisplayList& list) {
@@ -76,10 +55,10 @@ void DLText::serialize_out(ZtFsStream* stream, DisplayList& list) {
   write_font(*stream, m_pFont == nullptr ? LM_Font_Description{} : m_pFont->description());
   EncodedText empty;
   (m_pText == nullptr ? empty : *m_pText).serialize_out(stream);
-  write_point(*stream, m_position);
+  coding::write(*stream, m_position);
   coding::write(*stream, m_height);
   coding::write(*stream, m_rotation);
-  write_bounds(*stream, m_bounds);
+  coding::write(*stream, m_bounds);
   Drawable::serialize_out(stream, list);
 }
 
@@ -92,8 +71,8 @@ void DLText::serialize_in(ZtFsStream* stream, DisplayList& list) {
   replace_text(new EncodedText);
   EncodedText dropped;  // what there is no memory for is read all the same
   (m_pText == nullptr ? dropped : *m_pText).serialize_in(stream);
-  if (!read_point(*stream, m_position) || !coding::read(*stream, m_height) ||
-      !coding::read(*stream, m_rotation) || !read_bounds(*stream, m_bounds)) {
+  if (!coding::read(*stream, m_position) || !coding::read(*stream, m_height) ||
+      !coding::read(*stream, m_rotation) || !coding::read(*stream, m_bounds)) {
     return;
   }
   Drawable::serialize_in(stream, list);

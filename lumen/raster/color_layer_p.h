@@ -68,8 +68,9 @@ void for_each_band(const PixelRectangle& area, const Draw& draw) {
   }
 }
 
-/// Lays runs of a layer's pixels on the picture. `mask`, when there is one,
-/// has a byte per pixel of the picture: how much of it is inside.
+/// Lays runs of a layer's pixels on the picture, but none in rows that the layer
+/// does not have. `mask`, when there is one, has a byte per pixel of the picture:
+/// how much of it is inside.
 class LayerPen {
  public:
   LayerPen(Picture& picture, const ColorRows& layer, const std::uint8_t* mask)
@@ -88,6 +89,7 @@ class LayerPen {
  private:
   template <class Cover>
   void lay(std::int32_t x, std::int32_t y, std::int32_t length, const Cover& cover) const {
+    if (y < m_layer.area.min_y || y > m_layer.area.max_y) return;
     std::uint32_t* pixels = m_picture.row(y) + x;
     const std::uint32_t* colors = m_layer.at(x, y);
     const std::uint8_t* mask =

@@ -95,7 +95,8 @@ void ShadedLine::draw_stroke(const ShadingTarget& target, std::int32_t count,
   m_shape.clear();
   stroker.add(count, points, style, target.inside, m_shape);
   if (!has_length(count, points)) {
-    SpanPen pen(target.picture, colors[count - 1], target.mask);
+    SpanPen whole_pen(target.picture, colors[count - 1], target.mask);
+    RowPen pen(whole_pen, target.rows);
     return m_shape.fill(LM_Fill_Rule::non_zero, target.antialiased, target.inside, pen);
   }
   draw(target, count, points, colors, {Stroker::width_of(style) / 2 + blur, stroker.offset()},
@@ -120,7 +121,9 @@ void ShadedLine::draw(const ShadingTarget& target, std::int32_t count, const LM_
   const double reach = stripe.reach * std::numbers::sqrt2 + 1;
   const PixelRectangle box = box_around(count, points, reach, target.inside);
   for_each_band(box, [&](const PixelRectangle& band) {
-    const ColorRows rows = m_layer.clear(band);
+    const PixelRectangle part = target.rows.part_of(band);
+    if (part.is_empty()) return;
+    const ColorRows rows = m_layer.clear(part);
     paint(count, points, colors, stripe, rows);
     LayerPen pen(target.picture, rows, target.mask);
     cover(band, pen);

@@ -133,7 +133,8 @@ void for_each_triangle(std::int32_t count, const LM_DCI_Point* points, const Mat
   }
 }
 
-/// Paints every pixel of its runs, in a layer or right on a picture.
+/// Paints every pixel of its runs in the rows that there are, in a layer or right
+/// on a picture.
 template <class Shader>
 struct TrianglePen {
   const Triangle& triangle;
@@ -141,6 +142,7 @@ struct TrianglePen {
   const ColorRows& rows;
 
   void solid(std::int32_t x, std::int32_t y, std::int32_t length, std::uint32_t /*cover*/) const {
+    if (y < rows.area.min_y || y > rows.area.max_y) return;
     std::uint32_t* words = rows.at(x, y);
     triangle.walk(x, y, length, [&](std::int32_t i, const Weights& weights) {
       write_pixel(words[i], painted(shader(weights)));
@@ -173,15 +175,19 @@ void ShadedStrip::draw_material(const ShadingTarget& target, std::int32_t count,
   if (box.is_empty()) return;
   if (!target.antialiased && target.mask == nullptr && material.is_opaque(count)) {
     // The last colour of a pixel stays: the same as through a layer.
-    return paint_centers(count, points, material, rows_of_picture(target.picture, box));
+    const PixelRectangle part = target.rows.part_of(box);
+    if (part.is_empty()) return;
+    return paint_centers(count, points, material, box, rows_of_picture(target.picture, part));
   }
   m_outline.clear();
   if (target.antialiased) add_strip(count, points, m_outline);
   for_each_band(box, [&](const PixelRectangle& band) {
-    const ColorRows rows = m_layer.clear(band);
+    const PixelRectangle part = target.rows.part_of(band);
+    if (part.is_empty()) return;
+    const ColorRows rows = m_layer.clear(part);
     LayerPen pen(target.picture, rows, target.mask);
-    paint_centers(count, points, material, rows);
-    if (!target.antialiased) return lay_all(pen, band);
+    paint_centers(count, points, material, band, rows);
+    if (!target.antialiased) return lay_all(pen, part);
     paint_edges(count, points, material, rows);
     m_outline.fill(LM_Fill_Rule::non_zero, true, band, pen);
   });
@@ -189,7 +195,8 @@ void ShadedStrip::draw_material(const ShadingTarget& target, std::int32_t count,
 
 template <class Material>
 void ShadedStrip::paint_centers(std::int32_t count, const LM_DCI_Point* points,
-                                const Material& material, const ColorRows& rows) {
+                                const Material& material, const PixelRectangle& area,
+                                const ColorRows& rows) {
   for_each_triangle(count, points, material, rows.area,
                     [&](const Triangle& triangle, const auto& shader) {
                       m_triangle.clear();
@@ -198,7 +205,7 @@ void ShadedStrip::paint_centers(std::int32_t count, const LM_DCI_Point* points,
                       m_triangle.line_to(b.x, b.y);
                       m_triangle.line_to(c.x, c.y);
                       TrianglePen<std::decay_t<decltype(shader)>> pen{triangle, shader, rows};
-                      m_triangle.fill_centers(LM_Fill_Rule::non_zero, rows.area, pen);
+                      m_triangle.fill_centers(LM_Fill_Rule::non_zero, area, pen);
                     });
 }
 

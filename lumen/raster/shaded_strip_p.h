@@ -40,10 +40,11 @@ class ShadedStrip {
   template <class Material>
   void draw_material(const ShadingTarget& target, std::int32_t count, const LM_DCI_Point* points,
                      const Material& material);
-  /// The pixels whose centre is inside a triangle.
+  /// The pixels whose centre is inside a triangle of those within the area, as
+  /// far as they are in the rows, which are rows of the area.
   template <class Material>
   void paint_centers(std::int32_t count, const LM_DCI_Point* points, const Material& material,
-                     const ColorRows& rows);
+                     const PixelRectangle& area, const ColorRows& rows);
   /// Other pixels that a triangle touches.
   template <class Material>
   void paint_edges(std::int32_t count, const LM_DCI_Point* points, const Material& material,

@@ -7,13 +7,7 @@ namespace lumen {
 PixelRectangle box_around(std::int32_t count, const LM_DCI_Point* points, double margin,
                           const PixelRectangle& inside) {
   if (count <= 0 || inside.is_empty()) return {0, 0, -1, -1};
-  LM_Clip_Rectangle box{points[0].x, points[0].x, points[0].y, points[0].y};
-  for (std::int32_t i = 1; i < count; ++i) {
-    box.min_x = std::min(box.min_x, points[i].x);
-    box.max_x = std::max(box.max_x, points[i].x);
-    box.min_y = std::min(box.min_y, points[i].y);
-    box.max_y = std::max(box.max_y, points[i].y);
-  }
+  const PixelRectangle box = box_of(count, points);
   // A step beyond the rectangle at most, so that an empty box stays one.
   const auto within = [](double value, std::int32_t min, std::int32_t max) {
     return static_cast<std::int32_t>(std::clamp(value, min - 1.0, max + 1.0));

@@ -4,61 +4,12 @@
 #include "lumen/geometry/line_run_p.h"
 #include "lumen/pixel_blend_p.h"
 #include "lumen/raster/color_mix_p.h"
+#include "lumen/raster/line_walk_p.h"
 #include "lumen/raster/pixel_access_p.h"
+#include "lumen/raster/plain_line_p.h"
 
 namespace lumen {
 namespace {
-
-std::ptrdiff_t index_of(const Picture& picture, std::int32_t x, std::int32_t y) {
-  return static_cast<std::ptrdiff_t>(y) * picture.width() + x;
-}
-
-/// Calls `put(index)` for every pixel of the run; indices count pixels of the
-/// whole picture. The steps are arithmetic instead of a branch that nobody can
-/// predict.
-template <class Put>
-void walk(const LineRun& run, const Picture& picture, const Put& put) {
-  const std::ptrdiff_t along_y = run.step_y * static_cast<std::ptrdiff_t>(picture.width());
-  const std::ptrdiff_t major = run.x_is_major ? run.step_x : along_y;
-  const std::ptrdiff_t minor = run.x_is_major ? along_y : run.step_x;
-  std::ptrdiff_t index = index_of(picture, run.x, run.y);
-  std::int64_t error = run.error - run.error_limit;
-  const std::int64_t wrap = run.error_step - run.error_limit;
-  const std::ptrdiff_t diagonal = major + minor;
-  for (std::int64_t i = run.count; i > 0; --i) {
-    put(index);
-    const std::int64_t straight = error + run.error_step;
-    const std::int64_t wrapped = error + wrap;
-    index += straight < 0 ? major : diagonal;
-    error = straight < 0 ? straight : wrapped;
-  }
-}
-
-/// Replaces pixels: the common case, opaque and unmasked.
-class Painter {
- public:
-  explicit Painter(const ThinLinePen& pen)
-      : m_picture(pen.picture), m_pixels(pen.picture.row(0)), m_color(pen.color.word) {}
-
-  void put(std::ptrdiff_t index) const { write_pixel(m_pixels[index], m_color); }
-
-  void draw(const LineRun& run) const {
-    if (run.x_is_major && run.error_step == 0) return draw_horizontal(run);
-    walk(run, m_picture, [pixels = m_pixels, color = m_color](std::ptrdiff_t index) {
-      write_pixel(pixels[index], color);
-    });
-  }
-
- private:
-  void draw_horizontal(const LineRun& run) const {
-    const auto left = run.step_x > 0 ? run.x : static_cast<std::int32_t>(run.x - run.count + 1);
-    fill_pixels(m_pixels + index_of(m_picture, left, run.y), run.count, m_color);
-  }
-
-  const Picture& m_picture;
-  std::uint32_t* m_pixels;
-  std::uint32_t m_color;
-};
 
 /// Blends pixels, and lets a mask and a line pattern have their say.
 class Blender {
@@ -139,15 +90,6 @@ bool is_closed(std::int32_t count, const LM_DCI_Point* points) {
          (points[1].x != points[0].x || points[1].y != points[0].y);
 }
 
-void draw_solid(const ThinLinePen& pen, std::int32_t count, const LM_DCI_Point* points) {
-  const Painter painter(pen);
-  for (std::int32_t i = 1; i < count; ++i) {
-    painter.draw(line_run(points[i - 1], points[i], pen.inside));
-  }
-  const LM_DCI_Point& last = points[count - 1];
-  if (pen.inside.contains(last)) painter.put(index_of(pen.picture, last.x, last.y));
-}
-
 template <class Ink>
 void draw_blended(const ThinLinePen& pen, std::int32_t count, const LM_DCI_Point* points, Ink ink) {
   Blender blender(pen);
@@ -165,15 +107,11 @@ void draw_blended(const ThinLinePen& pen, std::int32_t count, const LM_DCI_Point
   blender.put(index_of(pen.picture, last.x, last.y));
 }
 
-bool replaces_pixels(const ThinLinePen& pen) {
-  return pen.color.word >> 24 == 0 && pen.mask == nullptr;
-}
-
 }  // namespace
 
 void draw_thin_polyline(const ThinLinePen& pen, std::int32_t count, const LM_DCI_Point* points) {
-  if (replaces_pixels(pen) && pattern_lengths(pen.pattern).empty()) {
-    draw_solid(pen, count, points);
+  if (opacity_of(pen.color) == 255 && pen.mask == nullptr && pattern_lengths(pen.pattern).empty()) {
+    draw_plain_polyline(pen.picture, pen.inside, pen.color.word, count, points);
   } else {
     draw_blended(pen, count, points, PlainInk());
   }
@@ -185,13 +123,7 @@ void draw_thin_polyline(const ThinLinePen& pen, std::int32_t count, const LM_DCI
 }
 
 void draw_pixel(const ThinLinePen& pen, const LM_DCI_Point& point) {
-  if (!pen.inside.contains(point)) return;
-  const std::ptrdiff_t index = index_of(pen.picture, point.x, point.y);
-  if (replaces_pixels(pen)) {
-    Painter(pen).put(index);
-  } else {
-    Blender(pen).put(index);
-  }
+  if (pen.inside.contains(point)) Blender(pen).put(index_of(pen.picture, point.x, point.y));
 }
 
 }  // namespace lumen

@@ -1,0 +1,10 @@
+#include "lumen/raster/raster_scratch_p.h"
+
+namespace lumen {
+
+RasterScratch& scratch() {
+  thread_local RasterScratch instance;
+  return instance;
+}
+
+}  // namespace lumen
