@@ -41,10 +41,12 @@ void add_areas(const Sketch& sketch, const Sketch::Layer& layer, std::size_t ind
     for (std::size_t i = 0; i < layer.areas.size(); ++i) {
       filler.add_fill(layer, layer.areas[i], palette::area(colors[i]));
     }
+    filler.end_kind();
   }
   const LM_RGB32 usual = options.fill ? palette::outline : palette::line(index);
   const LM_RGB32 color = options.line_color.value_or(usual);
   for (const Sketch::Ring& ring : layer.rings) filler.add_outline(ring, color);
+  filler.end_kind();
 }
 
 void add_layer(const Sketch& sketch, std::size_t index, const ReadOptions& options,
@@ -53,9 +55,11 @@ void add_layer(const Sketch& sketch, std::size_t index, const ReadOptions& optio
   add_areas(sketch, layer, index, options, filler);
   const LM_RGB32 line_color = options.line_color.value_or(palette::line(index));
   for (const Sketch::Run& line : layer.lines) filler.add_line(line, line_color);
+  filler.end_kind();
   if (layer.points.empty()) return;
   filler.begin_points(palette::point(index), options.point_size);
   for (const std::size_t point : layer.points) filler.add_point(sketch.vertex(point));
+  filler.end_kind();
 }
 
 void take_over_counts(const Sketch& sketch, Drawing& drawing) {
@@ -87,7 +91,7 @@ std::string build(const Sketch& sketch, const ReadOptions& options, Drawing& dra
   drawing.mapping = Mapping::fitting(drawing.extent);
   drawing.is_map = is_map(sketch, options);
   drawing.list = std::make_unique<DL::DisplayList>(drawing.heap.get());
-  ListFiller filler(sketch, drawing);
+  ListFiller filler(sketch, drawing, options.reorder);
   for (const std::size_t index : drawing_order(sketch.layers(), options)) {
     drawing.layers.push_back(sketch.layers()[index].name);
     add_layer(sketch, index, options, filler);

@@ -33,6 +33,10 @@ struct ReadOptions {
   bool fill = true;                    ///< areas are filled, not outlined only
   std::optional<LM_RGB32> line_color;  ///< of all lines and outlines
   std::int32_t point_size = 5;         ///< side of a point symbol in device units
+  /// The areas of a layer, their outlines, its lines and its points are each
+  /// ordered so that parts of the drawing are drawn fast. Formats that have a
+  /// drawing order of their own keep it.
+  bool reorder = false;
   /// Asked now and then while reading; false cancels. May be empty.
   std::function<bool(const Progress&)> progress;
 };

@@ -109,12 +109,23 @@ void ListFiller::add(DL::Drawable* drawable, std::span<const LogicalPoint> point
   }
   DL::BoundsTemplate<long> bounds;
   for (const LogicalPoint& point : points) bounds.widen(point);
+  if (m_reorders) {
+    m_waiting.push(drawable, bounds);
+    return;
+  }
   if (m_drawing.list->add(drawable, bounds, 0) == nullptr) {
     delete drawable;
     m_out_of_memory = true;
     return;
   }
   ++m_drawing.drawables;
+}
+
+void ListFiller::end_kind() {
+  const std::size_t waiting = m_waiting.size();
+  const std::size_t added = m_waiting.add_to(*m_drawing.list);
+  m_drawing.drawables += added;
+  m_out_of_memory = m_out_of_memory || added != waiting;
 }
 
 }  // namespace importers

@@ -4,13 +4,15 @@
 #include <span>
 #include <vector>
 
+#include "importers/batch.h"
 #include "importers/drawing.h"
 #include "importers/sketch.h"
 
 namespace importers {
 
 /// Turns the geometry of a sketch into drawables at the end of the drawing's
-/// list, in the order of the calls.
+/// list, in the order of the calls or, where `reorders`, in the order that fills
+/// the list best, from one end_kind() to the next.
 class ListFiller {
  public:
   /// A longer line becomes several, each ending where the next begins: pieces
@@ -18,7 +20,8 @@ class ListFiller {
   static constexpr std::size_t longest_piece = 256;
 
   /// Both outlive the filler; the drawing has its mapping and its empty list.
-  ListFiller(const Sketch& sketch, Drawing& drawing) : m_sketch(sketch), m_drawing(drawing) {}
+  ListFiller(const Sketch& sketch, Drawing& drawing, bool reorders)
+      : m_sketch(sketch), m_drawing(drawing), m_reorders(reorders) {}
 
   /// One polygon: the holes are joined to the outer ring by bridges, along
   /// which the polygon runs back and forth, so that they enclose nothing.
@@ -32,6 +35,10 @@ class ListFiller {
   void begin_points(LM_RGB32 color, std::int32_t size);
   void add_point(const Vertex& vertex);
 
+  /// What follows is drawn on top of all that was made so far. To be called at the
+  /// end, too.
+  void end_kind();
+
   [[nodiscard]] bool is_out_of_memory() const { return m_out_of_memory; }
 
  private:
@@ -44,6 +51,8 @@ class ListFiller {
 
   const Sketch& m_sketch;
   Drawing& m_drawing;
+  bool m_reorders;
+  Batch m_waiting;                                ///< of the kind that has not ended
   std::vector<DL::PointTemplate<long>> m_points;  ///< of the drawable being made
   LM_RGB32 m_point_color{};
   LM_Rendition* m_point_rendition = nullptr;  ///< null: points are single pixels

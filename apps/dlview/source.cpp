@@ -19,6 +19,7 @@ std::string read_file(const Source& source, importers::Drawing& drawing) {
   reading.fill = source.fill;
   reading.line_color = source.line_color;
   reading.point_size = source.point_size;
+  reading.reorder = source.reorder;
   reading.progress = [&](const importers::Progress& progress) {
     line.show(progress);
     return true;

@@ -18,6 +18,7 @@ struct Source {
   bool fill = true;
   std::optional<LM_RGB32> line_color;
   std::int32_t point_size = 5;  ///< pixels
+  bool reorder = false;         ///< within layers
   bool skip_unusable = false;   ///< take what is left of damaged drawings
 };
 

@@ -39,6 +39,11 @@ void add_source_look_options(CLI::App& command, Source& source) {
   command.add_flag_callback(
       "--no-fill", [&source] { source.fill = false; },
       "Draw outlines of areas only; of no effect in a .dlf");
+  command.add_flag("--reorder", source.reorder,
+                   "Order what is in a layer so that parts of the drawing\n"
+                   "are drawn fast; what overlaps in the same layer may\n"
+                   "change places, areas stay below their outlines; of no\n"
+                   "effect in a .dxf or .dlf, which keep their order");
 }
 
 void add_color(CLI::App& command, const std::string& name, std::optional<LM_RGB32>& color,

@@ -91,6 +91,21 @@ TEST_F(DrawingFile, HoldsTheLayersAskedFor) {
               AllOf(HasSubstr("layers      1: countries\n"), Not(HasSubstr("DLPolygon"))));
 }
 
+TEST_F(DrawingFile, HoldsAsManyDrawablesWhenReordered) {
+  run({"convert", world, kept, "--reorder"});
+  EXPECT_THAT(run({"info", kept}), HasSubstr("drawables   839\n"));
+}
+
+TEST_F(DrawingFile, AndDrawingsWithAnOrderOfTheirOwnAreNotReordered) {
+  run({"convert", house, kept});
+  run({"convert", house, folder.path("house.dlf"), "--reorder"});
+  EXPECT_TRUE(bytes_of(kept) == bytes_of(folder.path("house.dlf")));
+  run({"convert", world, kept});
+  run({"convert", kept, folder.path("first.dlf")});
+  run({"convert", kept, folder.path("second.dlf"), "--reorder"});
+  EXPECT_TRUE(bytes_of(folder.path("first.dlf")) == bytes_of(folder.path("second.dlf")));
+}
+
 TEST_F(DrawingFile, CompressesHarderWhenAsked) {
   run({"convert", world, kept, "--compression", "1"});
   const auto quick = std::filesystem::file_size(kept);
@@ -245,7 +260,7 @@ TEST_F(DrawingFile, HasItsEndingInLettersOfAnyCase) {
 
 TEST_F(DrawingFile, HelpTellsWhichOptionsItTakesNoHeedOf) {
   const std::string help = run({"render", "--help"});
-  for (const char* option : {"--line-color", "--point-size", "--no-fill"}) {
+  for (const char* option : {"--line-color", "--point-size", "--no-fill", "--reorder"}) {
     const std::string about = help.substr(help.find(option));
     EXPECT_THAT(about.substr(0, about.find("\n  -", 1)), HasSubstr(".dlf")) << option;
   }

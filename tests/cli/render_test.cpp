@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <regex>
 #include <set>
 
 #include "lumen/png_file.h"
@@ -253,6 +254,40 @@ TEST_F(Render, DrawsOutlinesOnlyWithoutFill) {
   EXPECT_EQ(at(map, -30, 40), paper);
 }
 
+/// Points apart from each other, each far from the one before.
+std::string strewn_points() {
+  std::string points;
+  for (int i = 0; i < 3000; ++i) {
+    const int place = i * 1009 % 3000;
+    points += (points.empty() ? "[" : ",[") + std::to_string(place % 60 * 6 - 177) + "," +
+              std::to_string(place / 60 * 3 - 74) + "]";
+  }
+  return geojson::geometry("MultiPoint", "[" + points + "]");
+}
+
+TEST_F(Render, DrawsTheSameOfWhatDoesNotOverlapWhenReordered) {
+  const std::string strewn = folder.write("strewn.geojson", strewn_points());
+  for (const std::string& drawing : {strewn, std::string(world)}) {
+    const lumen::Picture as_is = render({drawing, "--size", "800x400", "--aliased"});
+    const lumen::Picture reordered =
+        render({drawing, "--size", "800x400", "--aliased", "--reorder"});
+    EXPECT_TRUE(as_is == reordered) << drawing;
+  }
+}
+
+TEST_F(Render, VisitsFewerGroupsWhenReordered) {
+  const std::string strewn = folder.write("strewn.geojson", strewn_points());
+  const auto groups_visited = [&](const std::vector<std::string>& more) {
+    std::vector<std::string> arguments{strewn, "--stats", "--window", "10", "10", "30", "20"};
+    arguments.insert(arguments.end(), more.begin(), more.end());
+    render(arguments);
+    std::smatch found;
+    EXPECT_TRUE(std::regex_search(printed, found, std::regex("([0-9]+) groups visited")));
+    return std::stoi(found[1]);
+  };
+  EXPECT_LT(10 * groups_visited({"--reorder"}), groups_visited({}));
+}
+
 std::size_t color_count(const lumen::Picture& picture) {
   std::set<std::uint32_t> colors;
   for (std::int32_t y = 0; y < picture.height(); ++y) {
@@ -334,11 +369,26 @@ TEST(Help, MentionsEveryOption) {
   EXPECT_THAT(version.out, testing::StartsWith("dlview "));
   const DlviewRun render({"render", "--help"});
   EXPECT_EQ(render.status, 0);
-  for (const char* word :
-       {"INPUT", "--output", "-o", "--size", "--window", "--background", "--line-width",
-        "--line-color", "--point-size", "--no-fill", "--layer", "--form", "--stats", "--aliased",
-        "--skip-unusable", "unclipped|bounded|circled|complex", "#RRGGBB", "groups visited",
-        "at most 268 million"}) {
+  for (const char* word : {"INPUT",
+                           "--output",
+                           "-o",
+                           "--size",
+                           "--window",
+                           "--background",
+                           "--line-width",
+                           "--line-color",
+                           "--point-size",
+                           "--no-fill",
+                           "--layer",
+                           "--form",
+                           "--stats",
+                           "--aliased",
+                           "--reorder",
+                           "--skip-unusable",
+                           "unclipped|bounded|circled|complex",
+                           "#RRGGBB",
+                           "groups visited",
+                           "at most 268 million"}) {
     EXPECT_THAT(render.out, HasSubstr(word));
   }
 }
