@@ -85,7 +85,7 @@ TEST(GoldenPicture, LineWeightsPatternsAndEnds) {
 TEST(GoldenPicture, WalksOfOneNeighbourhood) {
   const scenes::Polylines walks = scenes::find("coherent")->generate(5000, 1);
   constexpr int extent = 3 << 18;
-  const Point center = walks.points.front();
+  const Point center = walks.polyline(0).front();
   Stage stage(320, 240,
               {center.x - extent, center.y - extent, center.x + extent, center.y + extent});
   scenes::add_to(stage.list, walks);

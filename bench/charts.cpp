@@ -1,0 +1,242 @@
+// Draws the charts of docs/performance.md from the numbers of bench_compare.
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "bench/chart_canvas.h"
+#include "bench/contestant.h"
+#include "bench/csv.h"
+
+namespace bench {
+namespace {
+
+constexpr LM_RGB32 kGrid{0x00DDD8CC};
+constexpr LM_RGB32 kFaint{0x00807A6C};
+constexpr LM_RGB32 kOwn{0x00B5452C};
+constexpr LM_RGB32 kPeer{0x009AA7B4};
+constexpr LM_RGB32 kBand{0x00F3E6DC};
+constexpr double kRow = 34.0;
+
+constexpr std::string_view kNames[] = {
+    "display list",   "blocked array",     "flat array",     "packed R-tree of ids",
+    "R*-tree of ids", "Qt graphics scene", "Cairo recording"};
+
+/// The three sizes of windows, from the largest to the smallest.
+struct Size {
+  std::string_view name;
+  LM_RGB32 color;
+  double radius;
+};
+constexpr Size kSizes[] = {
+    {"whole", {0x002F5D8A}, 8.0}, {"1 %", {0x00B07A1E}, 6.5}, {"0.01 %", {0x003E7A4E}, 5.0}};
+
+Lettering title() {
+  return {.size = 16.0, .is_bold = true};
+}
+Lettering small(Anchor anchor) {
+  return {.color = kFaint, .size = 11.5, .anchor = anchor};
+}
+
+/// One panel of dots on a logarithmic axis of ratios: a row for each contestant.
+class RatioPanel {
+ public:
+  RatioPanel(Canvas& canvas, Place corner, double width, double largest)
+      : m_canvas(canvas), m_corner(corner), m_width(width), m_largest(largest) {}
+
+  void draw_axis(std::string_view name) const {
+    m_canvas.text({m_corner.x, m_corner.y - 18.0}, name, {.size = 13.0, .is_bold = true});
+    const double bottom = m_corner.y + kRow * std::size(kNames);
+    for (double tick = 1.0; tick <= m_largest; tick *= 10.0) {
+      for (const double step : {1.0, 2.0, 5.0}) {
+        if (tick * step > m_largest) continue;
+        m_canvas.line({x(tick * step), m_corner.y}, {x(tick * step), bottom}, kGrid);
+        m_canvas.text({x(tick * step), bottom + 12.0}, three_digits_short(tick * step),
+                      small(Anchor::middle));
+      }
+    }
+  }
+
+  void draw_row(const Results& results, std::string_view scene, std::string_view target,
+                std::size_t row) const {
+    const double y = m_corner.y + kRow * (static_cast<double>(row) + 0.5);
+    bool is_there = false;
+    for (const Size& size : kSizes) {
+      const std::string measure = std::string(size.name) + " " + std::string(target);
+      const double ratio = results.ratio(scene, measure, kNames[row]);
+      if (ratio <= 0.0) continue;
+      is_there = true;
+      m_canvas.disc({x(std::clamp(ratio, 1.0 / 1.3, m_largest)), y}, size.radius, size.color);
+    }
+    if (!is_there) m_canvas.text({m_corner.x + 4.0, y}, "no such device", small(Anchor::start));
+  }
+
+ private:
+  static std::string three_digits_short(double value) {
+    char text[16];
+    std::snprintf(text, sizeof text, "%g", value);
+    return text;
+  }
+  /// The axis starts a little below 1.
+  [[nodiscard]] double x(double ratio) const {
+    const double part = std::log(ratio * 1.3) / std::log(m_largest * 1.3);
+    return m_corner.x + m_width * part;
+  }
+
+  Canvas& m_canvas;
+  Place m_corner;
+  double m_width;
+  double m_largest;
+};
+
+/// The largest ratio of a scene, up to the next 1, 2 or 5 of a power of ten.
+double largest_ratio(const Results& results, std::string_view scene) {
+  double largest = 10.0;
+  for (const std::string_view name : kNames) {
+    for (const Size& size : kSizes) {
+      for (const char* target : {" null", " raster"}) {
+        largest = std::max(largest, results.ratio(scene, std::string(size.name) + target, name));
+      }
+    }
+  }
+  const double power = std::pow(10.0, std::floor(std::log10(largest)));
+  for (const double step : {1.0, 2.0, 5.0}) {
+    if (largest <= power * step) return power * step;
+  }
+  return power * 10.0;
+}
+
+void draw_legend(Canvas& canvas, double y, double right) {
+  double x = right;
+  for (std::size_t i = std::size(kSizes); i-- > 0;) {
+    const Size& size = kSizes[i];
+    canvas.text({x, y}, size.name, {.size = 12.0, .anchor = Anchor::end});
+    x -= 12.0 + 7.4 * static_cast<double>(size.name.size());
+    canvas.disc({x, y}, size.radius, size.color);
+    x -= 20.0;
+  }
+}
+
+std::string draw_ratios(const Results& results, std::string_view scene, const std::string& path) {
+  constexpr double left = 170.0;
+  constexpr double top = 86.0;
+  constexpr double width = 370.0;
+  constexpr double gap = 50.0;
+  const double height = top + kRow * std::size(kNames) + 48.0;
+  const double right = left + 2 * width + gap;
+  Canvas canvas(static_cast<std::int32_t>(right + 30.0), static_cast<std::int32_t>(height));
+  canvas.text({20.0, 26.0}, "Redrawing \"" + std::string(scene) + "\": times the lower bound",
+              title());
+  draw_legend(canvas, 26.0, right);
+  canvas.area({12.0, top}, {right + 12.0, top + kRow}, kBand);
+  const double largest = largest_ratio(results, scene);
+  const RatioPanel null(canvas, {left, top}, width, largest);
+  const RatioPanel raster(canvas, {left + width + gap, top}, width, largest);
+  null.draw_axis("nothing drawn");
+  raster.draw_axis("into pixels");
+  for (std::size_t row = 0; row < std::size(kNames); ++row) {
+    canvas.text({20.0, top + kRow * (static_cast<double>(row) + 0.5)}, kNames[row],
+                {.is_bold = row == 0});
+    null.draw_row(results, scene, "null", row);
+    raster.draw_row(results, scene, "raster", row);
+  }
+  canvas.text({left, height - 14.0}, "logarithmic; further left is faster", small(Anchor::start));
+  return canvas.write(path);
+}
+
+struct Bar {
+  std::string name;
+  double value;
+  bool is_own;
+};
+
+void draw_bars(Canvas& canvas, Place corner, double width, const std::string& name,
+               const std::vector<Bar>& bars) {
+  double largest = 1e-9;
+  for (const Bar& bar : bars) largest = std::max(largest, bar.value);
+  canvas.text({corner.x, corner.y - 18.0}, name, {.size = 13.0, .is_bold = true});
+  for (std::size_t i = 0; i < bars.size(); ++i) {
+    const double y = corner.y + 28.0 * (static_cast<double>(i) + 0.5);
+    const double end = corner.x + (width - 50.0) * bars[i].value / largest;
+    canvas.area({corner.x, y - 9.0}, {end, y + 9.0}, bars[i].is_own ? kOwn : kPeer);
+    canvas.text({end + 6.0, y}, three_digits(bars[i].value), {.size = 12.0});
+  }
+}
+
+std::vector<Bar> bars_of(const Results& results, std::string_view measure) {
+  std::vector<Bar> bars;
+  for (const std::string_view name : kNames) {
+    const Row* row = results.find("coherent", measure, name);
+    bars.push_back({std::string(name), row == nullptr ? 0.0 : row->value, name == kOurs});
+  }
+  return bars;
+}
+
+std::string draw_building(const Results& results, const std::string& path) {
+  constexpr double left = 170.0;
+  constexpr double top = 84.0;
+  constexpr double width = 370.0;
+  const double height = top + 28.0 * std::size(kNames) + 20.0;
+  Canvas canvas(980, static_cast<std::int32_t>(height));
+  canvas.text({20.0, 26.0}, "Building \"coherent\", for each polyline of four points", title());
+  for (std::size_t i = 0; i < std::size(kNames); ++i) {
+    canvas.text({20.0, top + 28.0 * (static_cast<double>(i) + 0.5)}, kNames[i],
+                {.is_bold = i == 0});
+  }
+  draw_bars(canvas, {left, top}, width, "nanoseconds", bars_of(results, "build"));
+  draw_bars(canvas, {left + width + 50.0, top}, width, "bytes, after the first redraw",
+            bars_of(results, "bytes"));
+  return canvas.write(path);
+}
+
+std::vector<Bar> speedups(const Results& results, std::string_view scene) {
+  std::vector<Bar> bars;
+  const Row* alone = results.find(scene, "whole raster alone", kOurs);
+  for (int threads = 1; threads <= 4; ++threads) {
+    const std::string name = std::to_string(threads) + (threads == 1 ? " thread" : " threads");
+    const Row* row = results.find(scene, "whole raster " + name, kOurs);
+    if (row != nullptr && alone != nullptr && row->value > 0.0) {
+      bars.push_back({name, alone->value / row->value, true});
+    }
+  }
+  return bars;
+}
+
+std::string draw_threads(const Results& results, const std::string& path) {
+  constexpr double top = 84.0;
+  Canvas canvas(980, static_cast<std::int32_t>(top + 28.0 * 4 + 20.0));
+  canvas.text({20.0, 26.0}, "Worker threads: times as fast as without", title());
+  const std::vector<Bar> coherent = speedups(results, "coherent");
+  for (std::size_t i = 0; i < coherent.size(); ++i) {
+    canvas.text({20.0, top + 28.0 * (static_cast<double>(i) + 0.5)}, coherent[i].name, {});
+  }
+  draw_bars(canvas, {170.0, top}, 370.0, "coherent, whole, into pixels", coherent);
+  draw_bars(canvas, {590.0, top}, 370.0, "rivers, whole, into pixels", speedups(results, "rivers"));
+  return canvas.write(path);
+}
+
+}  // namespace
+}  // namespace bench
+
+int main(int argc, char** argv) {
+  if (argc != 3) {
+    std::fputs("Usage: bench_charts CSV FOLDER\n", stderr);
+    return 2;
+  }
+  const bench::Results results(argv[1]);
+  if (results.is_empty()) {
+    std::fprintf(stderr, "bench_charts: there are no numbers in %s\n", argv[1]);
+    return 1;
+  }
+  const std::string folder = argv[2];
+  std::string problems;
+  for (const char* scene : {"coherent", "scattered", "world"}) {
+    problems += bench::draw_ratios(results, scene, folder + "/redraw-" + scene + ".svg");
+  }
+  problems += bench::draw_building(results, folder + "/building.svg");
+  problems += bench::draw_threads(results, folder + "/threads.svg");
+  if (!problems.empty()) std::fprintf(stderr, "%s\n", problems.c_str());
+  return problems.empty() ? 0 : 1;
+}

@@ -1,0 +1,29 @@
+#include "bench/own_list.h"
+
+namespace bench {
+
+OwnList::OwnList()
+    : m_nothing(LM_Create<LM_Renderer>()), m_raster(LM_Create<lumen::RasterDevice>(m_picture)) {}
+
+DL::DisplayList& OwnList::start() {
+  m_built = std::make_unique<BuiltList>();
+  return m_built->list;
+}
+
+void OwnList::build(const scenes::Polylines& lines) {
+  scenes::add_to(start(), lines);
+}
+
+void OwnList::draw(const View& view, Target target) {
+  DL::DisplayList& list = m_built->list;
+  list.m_pRenderer = target == Target::null ? m_nothing : m_raster;
+  look_at(list, view.window);
+  list.m_pRootGroup->draw_bounded(list, view.window, view.window);
+  if (list.m_pMultithread != nullptr) list.m_pMultithread->WaitForAllThreads();
+}
+
+std::unique_ptr<Contestant> make_own_list() {
+  return std::make_unique<OwnList>();
+}
+
+}  // namespace bench
