@@ -52,7 +52,7 @@ void count_walking(OwnList& own) {
 }
 
 void count_storing(OwnList& own) {
-  MemoryStream stream;
+  ZtFsMemoryStream stream;
   write_stream(own.list(), stream);  // the stream has its memory then
   stream.clear();
   count("write", kCount, [&] { write_stream(own.list(), stream); });

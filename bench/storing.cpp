@@ -32,7 +32,7 @@ struct Told {
 };
 
 void measure_stream(const Settings& settings, DL::DisplayList& list, const Told& told) {
-  MemoryStream stream;
+  ZtFsMemoryStream stream;
   std::unique_ptr<BuiltList> copy;
   const auto write = [&] { write_stream(list, stream); };
   const auto read = [&] { read_stream(copy->list, stream); };
@@ -82,7 +82,7 @@ void measure_storing(const Settings& settings, Report& report) {
   own.build(scene.generate(settings.count(scene.usual_count), 1));
   const Told told{report, static_cast<double>(settings.count(scene.usual_count))};
   measure_stream(settings, own.list(), told);
-  MemoryStream stream;
+  ZtFsMemoryStream stream;
   write_stream(own.list(), stream);
   measure_file(settings, own.list(), told, stream.size());
   measure_opening(settings, report);

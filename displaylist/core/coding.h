@@ -6,6 +6,7 @@
 #include <type_traits>
 
 #include "displaylist/core/geometry.h"
+#include "displaylist/core/tags.h"
 #include "displaylist/platform/stream.h"
 
 /// How values become bytes: as the machine holds them. For the library and for
@@ -41,6 +42,10 @@ template <class T>
 
 template <class T>
 void write(ZtFsStream& stream, T value) {
+  // Whoever writes a chain of records is to see its end.
+  if constexpr (std::is_integral_v<T> && sizeof(T) == sizeof(tag::kEnd)) {
+    if (static_cast<std::uint32_t>(value) == tag::kEnd) return stream.write(&value, sizeof value);
+  }
   if (!stream.put(&value, sizeof value)) write_by_call(stream, value);
 }
 

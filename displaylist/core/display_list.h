@@ -168,7 +168,7 @@ class DISPLAYLIST_API DisplayList : public DrawingContext {
 
   // --- Fields, beside those of the drawing context ------------------------
 
-  LumenHeap* m_heap = nullptr;  ///< groups and read-in points come from here; null: default heap
+  LumenHeap* m_heap = nullptr;  ///< of groups and read-in points; outlives them; null: default heap
 
   Group* m_pRootGroup = nullptr;
   /// Follows the open group as long as insertion does not have to climb.

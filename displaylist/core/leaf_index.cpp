@@ -5,9 +5,17 @@
 #include <new>
 #include <utility>
 
+#include "displaylist/core/display_list.h"
+
 namespace DL {
 
 namespace {
+
+const Group& root_of(const Group& group) {
+  const Group* at = &group;
+  while (at->m_pParent != nullptr) at = at->m_pParent;
+  return *at;
+}
 
 /// The group after `group` in the order of the walk below `top`; null at the end.
 Group* next_below(const Group& top, Group* group) {
@@ -85,15 +93,16 @@ void LeafIndex::mark(const Group& group, const LeafIndex* index) {
   }
 }
 
-void LeafIndex::make(const Group& group, std::uint32_t tail_count, LumenHeap* heap) {
+void LeafIndex::make(const Group& group, std::uint32_t tail_count, const DisplayList& list) {
+  if (&root_of(group) != list.m_pRootGroup) return;
   if (const LeafIndex* index = of(group)) {
     if (tail_count <= kFewest + index->m_extent.children / 16) return;
     drop(group);
   }
   const Survey survey(group);
   if (!survey.holds()) return;
-  void* memory = LD_AllocateMemory(size_of(survey.extent()), heap);
-  void* scratch = LD_AllocateMemory(scratch_size_of(survey.extent()), heap);
+  void* memory = LD_AllocateMemory(size_of(survey.extent()), list.m_heap);
+  void* scratch = LD_AllocateMemory(scratch_size_of(survey.extent()), list.m_heap);
   if (memory != nullptr && scratch != nullptr) {
     mark(group, ::new (memory) LeafIndex(group, survey.extent(), scratch));
   } else {

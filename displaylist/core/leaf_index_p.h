@@ -38,9 +38,10 @@ class LeafIndex {
   }
   /// Makes an index, or a larger one, where it is due: after a walk along the
   /// tail, which is all children where there is none yet. There is none without
-  /// memory, or where an invariant does not hold.
-  static void make_if_due(const Group& group, std::uint32_t tail_count, LumenHeap* heap) {
-    if (tail_count > kFewest) make(group, tail_count, heap);
+  /// memory, where an invariant does not hold, or where the list that draws is not
+  /// the tree's own: its heap may go before the tree.
+  static void make_if_due(const Group& group, std::uint32_t tail_count, const DisplayList& list) {
+    if (tail_count > kFewest) make(group, tail_count, list);
   }
   static void drop(const Group& group) {
     if ((group.m_indexLow & 1U) != 0) drop_marked(group);
@@ -77,7 +78,7 @@ class LeafIndex {
   static std::size_t size_of(const Extent& extent);
   static std::size_t scratch_size_of(const Extent& extent);
   static LeafIndex* marked(const Group& group);
-  static void make(const Group& group, std::uint32_t tail_count, LumenHeap* heap);
+  static void make(const Group& group, std::uint32_t tail_count, const DisplayList& list);
   static void mark(const Group& group, const LeafIndex* index);
   static void drop_marked(const Group& group);
 

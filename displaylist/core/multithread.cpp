@@ -187,9 +187,20 @@ void DisplayListMultithread::lend_contexts() {
   }
 }
 
+bool DisplayListMultithread::draws_one_by_one() const {
+  // The client may have gone on to such a renderer after groups were queued.
+  const LM_Handle<LM_Renderer>& renderer = m_pDisplayList->m_pRenderer;
+  return m_pOrdered == nullptr && renderer && renderer->options.is_for_one_thread;
+}
+
 void DisplayListMultithread::have_all(Task task) {
   m_task = task;
-  for (std::int32_t i = 0; i < m_cThreads; ++i) m_hGo[i].set();
+  const bool one_by_one = draws_one_by_one();
+  for (std::int32_t i = 0; i < m_cThreads; ++i) {
+    m_hGo[i].set();
+    if (one_by_one) m_hDone[i].wait();
+  }
+  if (one_by_one) return;
   for (std::int32_t i = 0; i < m_cThreads; ++i) m_hDone[i].wait();
 }
 

@@ -120,6 +120,7 @@ class DISPLAYLIST_API DisplayListMultithread {
   void draw_bands(std::uint64_t limit);
   [[nodiscard]] bool has_more() const;
   [[nodiscard]] std::uint64_t next_number() const;
+  [[nodiscard]] bool draws_one_by_one() const;
   void have_all(Task task);
   void release_queues();
   void forget_queues();

@@ -119,7 +119,7 @@ bool visit_by_index(const Group& group, DisplayList& list, const Region& region)
   if (walked < 0) return false;
   // One that others use is as good as one can be made.
   if (leaves || index == nullptr) {
-    LeafIndex::make_if_due(group, static_cast<std::uint32_t>(walked), list.m_heap);
+    LeafIndex::make_if_due(group, static_cast<std::uint32_t>(walked), list);
   }
   return true;
 }

@@ -62,23 +62,26 @@ class ZtFsMemoryStream final : public ZtFsStream {
   static constexpr std::size_t kLeastCapacity = 4096;
 
   void append(const void* buffer, std::size_t size) {
-    if (size > room().size()) grow(size);
+    std::unique_ptr<std::byte[]> before;  // what is written may lie in it
+    if (size > room().size()) before = grow(size);
     if (!put(buffer, size)) end_here();
   }
-  /// Makes room for `size` bytes more, where there is memory.
-  void grow(std::size_t size) {
+  /// Makes room for `size` bytes more, where there is memory, and returns the
+  /// memory before.
+  std::unique_ptr<std::byte[]> grow(std::size_t size) {
     const std::size_t used = bytes().size();
     const std::size_t read = position();
     constexpr std::size_t largest = std::numeric_limits<std::size_t>::max() / 4;
-    if (m_is_out_of_memory || used > largest || size > largest) return;
+    if (m_is_out_of_memory || used > largest || size > largest) return nullptr;
     const std::size_t capacity = std::max({kLeastCapacity, 2 * m_capacity, used + size});
     std::unique_ptr<std::byte[]> memory(new (std::nothrow) std::byte[capacity]);
-    if (memory == nullptr) return;
+    if (memory == nullptr) return nullptr;
     if (used != 0) std::memcpy(memory.get(), m_memory.get(), used);
-    m_memory = std::move(memory);
+    std::swap(m_memory, memory);
     m_capacity = capacity;
     lend_room({m_memory.get() + used, capacity - used});
     lend_ready({m_memory.get() + read, used - read});
+    return memory;
   }
 
   /// Without memory for some bytes, none is kept of those that follow.

@@ -170,4 +170,19 @@ TEST(LeafIndexMemory, NestedRowsGiveAllBack) {
   EXPECT_EQ(heap.alive(), 0U);
 }
 
+TEST(LeafIndexMemory, IsNotTakenFromTheHeapOfAnotherListThatDraws) {
+  Row row(nullptr, 400);
+  const Bounds window{900, 900, 1400, 1400};
+  {
+    LiveHeap heap;
+    DL::DisplayList visitor;
+    visitor.m_heap = &heap;
+    visitor.m_pRenderer = row.list.m_pRenderer;
+    for (int i = 0; i < 3; ++i) row.root().draw_bounded(visitor, window, window);
+    EXPECT_EQ(heap.requests(), 0);
+  }
+  EXPECT_FALSE(row.log.take().empty());
+  EXPECT_TRUE(row.draws_what_the_walk_does());
+}
+
 }  // namespace

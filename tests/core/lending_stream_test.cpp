@@ -172,6 +172,27 @@ TEST(LendingStreams, EndWhereAClientsClassWroteTheEnd) {
   }
 }
 
+/// Writes all of the chain by itself, and the end with the coding of streams.
+class CodedEnd final : public client::Mark {
+ public:
+  void serialize_out(ZtFsStream* stream, DL::DisplayList&) override {
+    DL::coding::write(*stream, client::StoredMark::kTag);
+    DL::coding::write(*stream, std::uint32_t{1});
+    DL::coding::write(*stream, DL::tag::kEnd);
+  }
+};
+
+TEST(LendingStreams, EndWhereAClientsClassCodedTheEnd) {
+  for (const std::size_t piece : kPieces) {
+    DL::DisplayList list;
+    for (int i = 0; i < 3; ++i) list.add(new CodedEnd);
+    StreamClient client;
+    LendingStream stream(piece);
+    client.write(list, stream);
+    EXPECT_EQ(stream.bytes().size(), kGroupBytes + 3 * sizeof(std::uint32_t)) << piece;
+  }
+}
+
 TEST(LendingStreams, GoOnWhereTheEndWasFollowedByMore) {
   const Bytes expected = with_own_end(true, 0);
   EXPECT_EQ(expected.size(), kGroupBytes + 8 * 4 + 9 + 6 * 4);
@@ -223,6 +244,20 @@ TEST(MemoryStreamOfTheLibrary, IsReadWhileItIsWritten) {
   EXPECT_EQ(stream.position(), 0U);
   ASSERT_TRUE(DL::coding::read(stream, value));
   EXPECT_EQ(value, 0U);
+}
+
+TEST(MemoryStreamOfTheLibrary, TakesItsOwnBytesAgain) {
+  ZtFsMemoryStream stream;
+  for (std::uint32_t i = 0; i < 1024; ++i) DL::coding::write(stream, i);
+  for (int i = 0; i < 3; ++i) {
+    stream.write(stream.bytes().data(), static_cast<std::int32_t>(stream.size()));
+  }
+  ASSERT_EQ(stream.size(), 8U * 4096);
+  for (std::uint32_t i = 0; i < 8 * 1024; ++i) {
+    std::uint32_t value = 0;
+    ASSERT_TRUE(DL::coding::read(stream, value));
+    ASSERT_EQ(value, i % 1024);
+  }
 }
 
 TEST(MemoryStreamOfTheLibrary, GivesWhatIsLeftAtItsEnd) {
