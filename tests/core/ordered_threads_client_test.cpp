@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <chrono>
 #include <stdexcept>
+#include <thread>
 
 #include "tests/support/scribbled_page.h"
 
@@ -140,6 +143,36 @@ TEST(OrderedThreadsOfClients, GiveEachRendererWhatWasDrawnForIt) {
   });
   EXPECT_TRUE(first == every_other(1));
   EXPECT_TRUE(second == every_other(0));
+}
+
+/// Notes whether another of its kind is being drawn at the same time.
+class Lonely final : public client::Mark {
+ public:
+  void draw_unclipped(DL::DisplayList&) override {
+    if (drawing.fetch_add(1) != 0) met = true;
+    std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    drawing.fetch_sub(1);
+    ++drawn;
+  }
+  inline static std::atomic<int> drawing{0};
+  inline static std::atomic<int> drawn{0};
+  inline static std::atomic<bool> met{false};
+};
+
+TEST(OrderedThreadsOfClients, DrawOneAfterTheOtherThroughARendererForOneThread) {
+  Page page(0);
+  for (int i = 0; i < 16; ++i) page.add_leaf({new Lonely}, 0);
+  page.drawn(4, [&page](DisplayListMultithread& threads) {
+    page.list.m_pRootGroup->draw_unclipped(page.list);
+    // The client goes on to another renderer before the groups are drawn.
+    const LM_Handle<LM_Renderer> other = LM_Create<LM_Renderer>();
+    other->options.is_for_one_thread = true;
+    page.list.m_pRenderer = other;
+    threads.WaitForAllThreads();
+    page.list.m_pRenderer = page.device;
+  });
+  EXPECT_EQ(Lonely::drawn, 16);
+  EXPECT_FALSE(Lonely::met);
 }
 
 TEST(OrderedThreadsOfClients, SurviveAPictureThatChangesItsSizeBeforeTheyDraw) {
