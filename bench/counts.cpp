@@ -66,13 +66,7 @@ void count_removal(OwnList& own, const scenes::Polylines& lines) {
   scenes::Random random(3);
   count("remove", removed, [&] {
     for (std::size_t i = 0; i < removed; ++i) {
-      const auto points = lines.polyline(random.next() % kCount);
-      DL::DLPolyline prototype({0}, static_cast<std::int32_t>(points.size()), points.data());
-      DL::Search search;
-      search.prototype = &prototype;
-      search.type = prototype.type();
-      search.m_bounds = scenes::bounds_of(points);
-      own.list().m_pRootGroup->remove_fast(search);
+      own.remove(lines.polyline(random.next() % kCount));
     }
   });
 }

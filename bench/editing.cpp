@@ -25,13 +25,7 @@ double seconds_to_remove(const Settings& settings, const scenes::Polylines& line
   }
   const auto remove = [&] {
     for (const std::uint32_t id : ids) {
-      const auto points = lines.polyline(id);
-      DL::DLPolyline prototype({0}, static_cast<std::int32_t>(points.size()), points.data());
-      DL::Search search;
-      search.prototype = &prototype;
-      search.type = prototype.type();
-      search.m_bounds = scenes::bounds_of(points);
-      own.list().m_pRootGroup->remove_fast(search);
+      own.remove(lines.polyline(id));
     }
   };
   return medians(settings.build_rounds(), {{remove, [&] { own.build(lines); }}})[0];

@@ -26,4 +26,13 @@ std::unique_ptr<Contestant> make_own_list() {
   return std::make_unique<OwnList>();
 }
 
+void OwnList::remove(std::span<const scenes::Point> points) {
+  DL::DLPolyline prototype({0}, static_cast<std::int32_t>(points.size()), points.data());
+  DL::Search search;
+  search.prototype = &prototype;
+  search.type = prototype.type();
+  search.m_bounds = scenes::bounds_of(points);
+  list().m_pRootGroup->remove_fast(search);
+}
+
 }  // namespace bench

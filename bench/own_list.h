@@ -30,6 +30,8 @@ class OwnList final : public Contestant {
   /// An empty list to be filled by the caller.
   DL::DisplayList& start();
   [[nodiscard]] DL::DisplayList& list() { return m_built->list; }
+  /// Removes the first polyline of these points by a search.
+  void remove(std::span<const scenes::Point> points);
 
  private:
   lumen::Picture m_picture{kWidth, kHeight};

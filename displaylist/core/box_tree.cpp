@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <bit>
 
+#include "displaylist/core/hilbert_curve_p.h"
+
 #if defined(__SSE2__)
 #include <emmintrin.h>
 #endif
@@ -20,26 +22,8 @@ constexpr std::uint32_t distance(std::int32_t from, std::int32_t to) {
   return static_cast<std::uint32_t>(to) - static_cast<std::uint32_t>(from);
 }
 
-/// Places along a Hilbert curve over a square of 2^13 by 2^13 cells.
+/// Cells of the curve along each axis, as a power of two.
 constexpr std::uint32_t kCurveBits = 13;
-
-std::uint32_t place_on_curve(std::uint32_t x, std::uint32_t y) {
-  constexpr std::uint32_t last = (1U << kCurveBits) - 1;
-  std::uint32_t place = 0;
-  for (std::uint32_t side = 1U << (kCurveBits - 1); side > 0; side /= 2) {
-    const std::uint32_t right = (x & side) != 0 ? 1 : 0;
-    const std::uint32_t upper = (y & side) != 0 ? 1 : 0;
-    place = place * 4 + ((3 * right) ^ upper);
-    if (upper == 0) {  // the quarter's curve is turned
-      if (right == 1) {
-        x = last - x;
-        y = last - y;
-      }
-      std::swap(x, y);
-    }
-  }
-  return place;
-}
 
 /// What boxes are sorted by: how large they are, then where along the curve.
 class SortingKey {
@@ -57,7 +41,7 @@ class SortingKey {
     const auto size = static_cast<std::uint64_t>(std::bit_width(std::max(width, height)));
     const std::uint32_t x = (distance(m_origin.x, box.min.x) + width / 2) >> m_shift;
     const std::uint32_t y = (distance(m_origin.y, box.min.y) + height / 2) >> m_shift;
-    return size << (2 * kCurveBits) | place_on_curve(x, y);
+    return size << (2 * kCurveBits) | place_on_hilbert_curve(x, y, kCurveBits);
   }
 
  private:

@@ -9,9 +9,9 @@
 #include <memory>
 #include <new>
 #include <numeric>
-#include <utility>
 
 #include "displaylist/core/display_list.h"
+#include "displaylist/core/hilbert_curve_p.h"
 
 namespace DL {
 
@@ -30,7 +30,7 @@ struct Place {
 /// What comes first, in the highest bits of a key.
 enum Kind : std::uint64_t { kLarge, kSmall, kEmpty };
 
-constexpr unsigned kCurveBits = 31;  ///< for each axis: a unit more or less is no matter
+constexpr std::uint32_t kCurveBits = 31;  ///< for each axis: a unit more or less is no matter
 
 double extent(std::int32_t minimum, std::int32_t maximum) {
   return static_cast<double>(maximum) - static_cast<double>(minimum);
@@ -40,23 +40,6 @@ double extent(std::int32_t minimum, std::int32_t maximum) {
 std::uint32_t middle(std::int32_t a, std::int32_t b) {
   constexpr std::int64_t zero = std::int64_t{1} << 31U;
   return static_cast<std::uint32_t>((std::int64_t{a} + b + 2 * zero) / 2) >> (32U - kCurveBits);
-}
-
-/// How far along the curve a point is.
-std::uint64_t along_curve(std::uint32_t x, std::uint32_t y) {
-  std::uint64_t length = 0;
-  for (std::uint32_t bit = 1U << (kCurveBits - 1); bit != 0; bit >>= 1U) {
-    const std::uint64_t right = (x & bit) != 0 ? 1 : 0;
-    const std::uint64_t upper = (y & bit) != 0 ? 1 : 0;
-    length = length << 2U | ((3 * right) ^ upper);
-    if (upper != 0) continue;
-    if (right != 0) {
-      x = ~x;
-      y = ~y;
-    }
-    std::swap(x, y);
-  }
-  return length;
 }
 
 /// The side of the square in which a full group's worth of the drawables starts,
@@ -78,8 +61,9 @@ std::uint64_t key_of(const Bounds& bounds, double large_side) {
   const double side =
       std::max(extent(bounds.min.x, bounds.max.x), extent(bounds.min.y, bounds.max.y));
   const std::uint64_t kind = side > large_side ? kLarge : kSmall;
-  return kind << (2 * kCurveBits) |
-         along_curve(middle(bounds.min.x, bounds.max.x), middle(bounds.min.y, bounds.max.y));
+  return kind << (2 * kCurveBits) | place_on_hilbert_curve(middle(bounds.min.x, bounds.max.x),
+                                                           middle(bounds.min.y, bounds.max.y),
+                                                           kCurveBits);
 }
 
 }  // namespace
