@@ -11,19 +11,19 @@ namespace scenes {
 namespace {
 
 constexpr std::size_t kWalkPoints = 4;
-constexpr std::int64_t kStep = 1 << 14;       ///< of a random walk
-constexpr std::size_t kNeighbours = 200;      ///< polylines of one run
-constexpr std::int64_t kRunExtent = 1 << 20;  ///< how far a run spreads
+constexpr std::int64_t kStep = 1 << 14;   ///< of a random walk
+constexpr std::size_t kNeighbours = 200;  ///< polylines of one run
 
-/// A random walk in steps of up to `step`.
+/// A random walk in steps of up to `step`. Returns where it would go on.
 template <std::size_t Count>
-void append_walk(Polylines& lines, Point at, Random& random, std::int64_t step = kStep) {
+Point append_walk(Polylines& lines, Point at, Random& random, std::int64_t step = kStep) {
   std::array<Point, Count> points;
   for (Point& point : points) {
     point = at;
     at = moved(at, random, step);
   }
   lines.append(points, color_of(lines.count()));
+  return at;
 }
 
 Polylines with_room(std::size_t count, std::size_t points_each = kWalkPoints) {
@@ -32,15 +32,16 @@ Polylines with_room(std::size_t count, std::size_t points_each = kWalkPoints) {
   return lines;
 }
 
-/// Walks of `Count` points in runs of neighbours.
+/// Walks of `Count` points in runs of neighbours, where each goes on from the one
+/// before.
 template <std::size_t Count>
 Polylines runs(std::size_t count, std::uint64_t seed) {
   Random random(seed);
   Polylines lines = with_room(count, Count);
-  Point center{};
+  Point at{};
   for (std::size_t i = 0; i < count; ++i) {
-    if (i % kNeighbours == 0) center = start_in(random, kExtent);
-    append_walk<Count>(lines, moved(center, random, kRunExtent), random);
+    if (i % kNeighbours == 0) at = start_in(random, kExtent);
+    at = append_walk<Count>(lines, at, random);
   }
   return lines;
 }
