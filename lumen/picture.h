@@ -9,6 +9,21 @@
 
 namespace lumen {
 
+/// Where the pixels of pictures lie: large ones on huge pages where the system has
+/// them, as lines up and down touch a page for each pixel.
+struct LUMEN_API PixelAllocator {
+  using value_type = std::uint32_t;
+  template <class>
+  struct rebind {
+    using other = PixelAllocator;
+  };
+
+  /// Throws std::bad_alloc.
+  static std::uint32_t* allocate(std::size_t count);
+  static void deallocate(std::uint32_t* pixels, std::size_t count) noexcept;
+  friend bool operator==(const PixelAllocator&, const PixelAllocator&) { return true; }
+};
+
 /// An image in memory: one 32-bit word a pixel, 0xTTRRGGBB as LM_RGB32 reads
 /// it (TT is transparency: 0 opaque, 0xFF invisible; colours are not
 /// premultiplied). Row 0 is at the top, rows follow each other without gaps.
@@ -50,7 +65,7 @@ class LUMEN_API Picture {
 
   std::int32_t m_width = 0;
   std::int32_t m_height = 0;
-  std::vector<std::uint32_t> m_pixels;
+  std::vector<std::uint32_t, PixelAllocator> m_pixels;
 };
 
 }  // namespace lumen

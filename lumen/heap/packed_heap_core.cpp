@@ -5,11 +5,13 @@
 #include <algorithm>
 #include <bit>
 #include <new>
+#include <utility>
 
 namespace lumen {
 
 PackedHeap::Core::~Core() {
   while (m_all != nullptr) return_region(m_all);
+  if (fresh_bytes() != 0) return_pages(m_fresh, fresh_bytes());
 }
 
 void* PackedHeap::Core::allocate(std::size_t size) noexcept {
@@ -32,7 +34,7 @@ std::size_t PackedHeap::Core::bytes_in_use() const {
 
 std::size_t PackedHeap::Core::bytes_reserved() const {
   const std::lock_guard lock(m_lock);
-  return m_reserved;
+  return m_reserved + fresh_bytes();
 }
 
 void PackedHeap::Core::BlockSlab::start_anew() {
@@ -79,9 +81,7 @@ void* PackedHeap::Core::carve(Kind kind, std::size_t block_size) noexcept {
   BlockSlab*& carved = m_carved[kind];
   void* memory = carved == nullptr ? nullptr : carved->carve(block_size);
   if (memory != nullptr) return memory;
-  // A heap that grows fills its next slab soon.
-  constexpr std::size_t small_heap = 16 * slab_size;
-  auto* slab = static_cast<BlockSlab*>(take_region(slab_size, m_reserved >= small_heap));
+  auto* slab = static_cast<BlockSlab*>(take_slab());
   if (slab == nullptr) return nullptr;
   slab->start_anew();
   // One without live blocks starts anew, and so has room.
@@ -94,7 +94,7 @@ void* PackedHeap::Core::allocate_large(std::size_t size) noexcept {
   // neighbouring regions stay one mapping, of which a process has few.
   if (size > PTRDIFF_MAX - sizeof(Slab) - slab_size) return nullptr;
   const std::size_t region_size = (size + sizeof(Slab) + slab_size - 1) / slab_size * slab_size;
-  Slab* slab = take_region(region_size, false);
+  Slab* slab = take_region(region_size);
   if (slab == nullptr) return nullptr;
   slab->live = 1;
   m_inUse += region_size - sizeof(Slab);
@@ -141,10 +141,25 @@ void PackedHeap::Core::unlink_free(std::size_t class_index, FreeBlock* block) no
   (block->previous != nullptr ? block->previous->next : m_free[class_index]) = block->next;
 }
 
-PackedHeap::Core::Slab* PackedHeap::Core::take_region(std::size_t region_size,
-                                                      bool at_once) noexcept {
-  void* pages = take_pages(region_size, at_once);
-  if (pages == nullptr) return nullptr;
+PackedHeap::Core::Slab* PackedHeap::Core::take_slab() noexcept {
+  // A heap that has grown large goes on growing. Huge pages come at once, and
+  // whoever reads along the heap misses fewer addresses.
+  constexpr std::size_t large_heap = 8 * huge_page_size;
+  if (fresh_bytes() == 0 && m_reserved >= large_heap) {
+    m_fresh = static_cast<char*>(take_huge_page());
+    m_freshEnd = m_fresh == nullptr ? nullptr : m_fresh + huge_page_size;
+  }
+  if (fresh_bytes() == 0) return take_region(slab_size);
+  return start_region(std::exchange(m_fresh, m_fresh + slab_size), slab_size);
+}
+
+PackedHeap::Core::Slab* PackedHeap::Core::take_region(std::size_t region_size) noexcept {
+  void* pages = take_pages(region_size);
+  return pages == nullptr ? nullptr : start_region(pages, region_size);
+}
+
+PackedHeap::Core::Slab* PackedHeap::Core::start_region(void* pages,
+                                                       std::size_t region_size) noexcept {
   auto* slab = new (pages) Slab{};
   slab->owner = this;
   slab->region_size = region_size;

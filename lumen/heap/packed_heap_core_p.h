@@ -88,13 +88,21 @@ class PackedHeap::Core {
   void retire(BlockSlab* slab) noexcept;
   void link_free(std::size_t class_index, void* memory) noexcept;
   void unlink_free(std::size_t class_index, FreeBlock* block) noexcept;
-  Slab* take_region(std::size_t region_size, bool at_once) noexcept;
+  [[nodiscard]] std::size_t fresh_bytes() const {
+    return static_cast<std::size_t>(m_freshEnd - m_fresh);
+  }
+  Slab* take_slab() noexcept;
+  Slab* take_region(std::size_t region_size) noexcept;
+  Slab* start_region(void* pages, std::size_t region_size) noexcept;
   void return_region(Slab* slab) noexcept;
 
   mutable SpinLock m_lock;
   std::array<FreeBlock*, size_class_count> m_free{};
   std::array<BlockSlab*, 2> m_carved{};  ///< by kind
   Slab* m_all = nullptr;
+  // The rest of a huge page, which slabs are taken from.
+  char* m_fresh = nullptr;
+  char* m_freshEnd = nullptr;
   std::size_t m_inUse = 0;
   std::size_t m_reserved = 0;
 };

@@ -8,11 +8,17 @@ namespace lumen {
 inline constexpr std::size_t slab_size = std::size_t{64} * 1024;
 
 /// `size` bytes (a multiple of `slab_size`) of zeroed memory from the system,
-/// aligned to `slab_size`; null when there is none. `at_once`: all pages will be
-/// written soon, so that they had better come in one go.
-void* take_pages(std::size_t size, bool at_once) noexcept;
+/// aligned to `slab_size`; null when there is none.
+void* take_pages(std::size_t size) noexcept;
 
-/// Gives back what `take_pages` returned.
+/// How many bytes a huge page of the system has.
+inline constexpr std::size_t huge_page_size = std::size_t{2} * 1024 * 1024;
+
+/// The same for `huge_page_size` bytes that will all be written soon, aligned to
+/// their size, where the system puts a huge page if it can.
+void* take_huge_page() noexcept;
+
+/// Gives back what was taken, or any slabs of it.
 void return_pages(void* pages, std::size_t size) noexcept;
 
 }  // namespace lumen
