@@ -36,7 +36,7 @@ using InterruptTest = bool (*)(void* context, DisplayList* list);
 class DISPLAYLIST_API DisplayList : public DrawingContext {
  public:
   /// The capacity of the open group in a new list.
-  static constexpr std::int32_t kDefaultCapacity = 64;
+  static constexpr std::int32_t kDefaultCapacity = 40;
   /// The deepest level at which the open group of a new list still splits.
   static constexpr std::int32_t kDefaultDeepestLevel = 20;
 

@@ -157,8 +157,8 @@ bool LeafIndex::forget_leaf(const Group& leaf, Group*& sibling) {
 }
 
 std::size_t LeafIndex::size_of(const Extent& extent) {
-  return sizeof(LeafIndex) + extent.leaves * (sizeof(Group*) + sizeof(Drawable*)) +
-         room_for_numbers(extent.leaves + 1) + room_for_numbers(extent.nested) +
+  return sizeof(LeafIndex) + extent.leaves * sizeof(Group*) + room_for_numbers(extent.leaves + 1) +
+         room_for_numbers(extent.nested) +
          (MarkSet::size_for(extent.leaves) + MarkSet::size_for(extent.nested)) *
              sizeof(std::uint64_t) +
          BoxTree::size_of(extent.leaves) + BoxTree::size_of(extent.nested);
@@ -173,7 +173,6 @@ LeafIndex::LeafIndex(const Group& group, const Extent& extent, void* scratch) : 
   auto* free = reinterpret_cast<std::byte*>(this + 1);
   const auto take = [&free](std::size_t size) { return std::exchange(free, free + size); };
   m_leaves = reinterpret_cast<Group**>(take(extent.leaves * sizeof(Group*)));
-  m_drawables = reinterpret_cast<Drawable**>(take(extent.leaves * sizeof(Drawable*)));
   m_childrenUpTo = reinterpret_cast<std::uint32_t*>(take(room_for_numbers(extent.leaves + 1)));
   m_leavesBefore = reinterpret_cast<std::uint32_t*>(take(room_for_numbers(extent.nested)));
   const auto take_marks = [&take](std::uint32_t count) {
@@ -202,7 +201,6 @@ void LeafIndex::take_in(const Group& group, const Group** parents) {
     if (!child->contains_drawables()) ++children;
     for (Group* each = child; each != nullptr; each = next_below(*child, each)) {
       if (each->contains_drawables()) {
-        m_drawables[leaves] = each->m_pFirst.drawable;
         m_childrenUpTo[leaves] = children;
         m_leaves[leaves++] = each;
       } else if (each != child) {
@@ -241,7 +239,6 @@ std::uint32_t LeafIndex::Hits::find() {
     if (!m_found.take(place)) return m_index->m_extent.leaves;
   } while (m_index->m_leaves[place] == nullptr);
   ask_for(m_index->m_leaves[place], 2);
-  ask_for(m_index->m_drawables[place], 4);
   return place;
 }
 

@@ -92,8 +92,7 @@ class LeafIndex {
   Extent m_extent;
   std::uint32_t m_forgotten = 0;  ///< leaves
   const Group* m_lastCovered = nullptr;
-  Group** m_leaves;        ///< in drawing order; null when forgotten
-  Drawable** m_drawables;  ///< where the first of each was: asked for, never read
+  Group** m_leaves;  ///< in drawing order; null when forgotten
   /// How many children that are groups of groups the walk comes to up to each leaf;
   /// behind the last one, up to the end. It visits them all.
   std::uint32_t* m_childrenUpTo;

@@ -38,7 +38,14 @@ void* Polything::type() const {
 }
 
 void Polything::add_bounds(BoundsTemplate<long>& bounds) const {
-  for (std::int32_t i = 0; i < count; ++i) bounds.widen(points[i]);
+  // Where points lie is anybody's guess: no branch depends on it.
+  BoundsTemplate<long> all = bounds;
+  for (std::int32_t i = 0; i < count; ++i) {
+    const PointTemplate<long> point = points[i];
+    all.min = {std::min(all.min.x, point.x), std::min(all.min.y, point.y)};
+    all.max = {std::max(all.max.x, point.x), std::max(all.max.y, point.y)};
+  }
+  bounds = all;
 }
 
 int Polything::get_vector_count() const {
