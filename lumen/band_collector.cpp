@@ -3,8 +3,10 @@
 #include <algorithm>
 
 #include "lumen/geometry/coverage_p.h"
+#include "lumen/geometry/line_run_p.h"
 #include "lumen/raster/polyline_p.h"
 #include "lumen/raster/shading_p.h"
+#include "lumen/raster/smooth_line_p.h"
 
 namespace lumen {
 namespace {
@@ -61,11 +63,30 @@ void BandCollector::note_dot(LM_Rendition* rendition, const LM_DCI_Point* point,
 void BandCollector::note_polyline(LM_Rendition* rendition, std::int32_t count,
                                   const LM_DCI_Point* points) {
   if (count <= 0 || is_invisible(rendition->color())) return;
-  if (rendition->line_style().weight > 1 || m_shapes.is_antialiased()) {
-    m_shapes.draw_polyline(rendition, count, points);
-  } else {
+  if (rendition->line_style().weight <= 1 && !m_shapes.is_antialiased()) {
     note_thin(*rendition, count, points);
+  } else if (!note_smooth(*rendition, count, points)) {
+    m_shapes.draw_polyline(rendition, count, points);
   }
+}
+
+bool BandCollector::note_smooth(const LM_Rendition& rendition, std::int32_t count,
+                                const LM_DCI_Point* points) {
+  if (!is_plain(rendition.color(), rendition.line_style()) ||
+      !SmoothLine::can_draw(count, points)) {
+    return false;
+  }
+  m_log.use(rendition, rendition.color());
+  const PixelRectangle box = box_around(count, points, SmoothLine::reach, m_log.inside());
+  if (box.is_empty()) return true;
+  // To draw all of it for two bands takes no longer than to note the pixels it covers.
+  constexpr std::int32_t most_bands = 2;
+  const std::int32_t margin = SmoothLine::margin_of(count, points);
+  const std::int32_t bands = m_log.band_of(box.max_y) - m_log.band_of(box.min_y) + 1;
+  if (margin == SmoothLine::whole_margin && bands > most_bands) return false;
+  const BandSmoothPolyline line{count, margin};
+  m_log.add(rows_of(box), BandStep::smooth_polyline, line, {BandLog::words_of(points, count)});
+  return true;
 }
 
 void BandCollector::note_thin(const LM_Rendition& rendition, std::int32_t count,
@@ -84,30 +105,53 @@ void BandCollector::note_thin(const LM_Rendition& rendition, std::int32_t count,
 
 void BandCollector::note_pieces(std::int32_t count, const LM_DCI_Point* points) {
   // Where each pixel is as good as any other of the line, a band needs only the
-  // segments that it shows.
-  const auto segment_box = [&](std::int32_t last) {
-    return part_of(box_of(2, points + last - 1), m_log.inside());
-  };
-  PixelRectangle next = segment_box(1);
-  for (std::int32_t first = 0; first < count - 1;) {
-    PixelRectangle box = next;
-    std::int32_t last = first + 1;
-    for (; last < count - 1; ++last) {
-      next = segment_box(last + 1);
-      if (next.is_empty() || box.is_empty()) break;
-      const std::int32_t band = m_log.band_of(box.min_y);
-      if (band != m_log.band_of(box.max_y) || band != m_log.band_of(next.min_y) ||
-          band != m_log.band_of(next.max_y)) {
-        break;
-      }
-    }
-    if (!box.is_empty()) {
-      const BandPolyline piece{last - first + 1, LM_PATTERN_SOLID};
-      m_log.add(rows_of(box), BandStep::polyline, piece,
-                {BandLog::words_of(points + first, piece.count)});
-    }
-    first = last;
+  // segments that it shows: those from its first point to its last one, and the
+  // one that leads on to another band.
+  const LM_DCI_Point* first = points;
+  const LM_DCI_Point* const last = points + count - 1;
+  std::int32_t band = m_log.band_of(first->y);
+  for (const LM_DCI_Point* point = first + 1; point <= last; ++point) {
+    const std::int32_t next = m_log.band_of(point->y);
+    if (next == band) continue;
+    if (point - first > 1) note_piece(first, point - 1);
+    note_crossing(point[-1], point[0]);
+    first = point;
+    band = next;
   }
+  if (first != last) note_piece(first, last);
+}
+
+void BandCollector::note_piece(const LM_DCI_Point* first, const LM_DCI_Point* last) {
+  const auto count = static_cast<std::int32_t>(last - first) + 1;
+  const PixelRectangle whole = box_of(count, first);
+  const PixelRectangle box = part_of(whole, m_log.inside());
+  if (box == whole && m_log.band_of(box.min_y) == m_log.band_of(box.max_y)) {
+    const BandPoints piece{count};
+    m_log.add(rows_of(box), BandStep::inside_polyline, piece, {BandLog::words_of(first, count)});
+  } else if (!box.is_empty()) {
+    const BandPolyline piece{count, LM_PATTERN_SOLID};
+    m_log.add(rows_of(box), BandStep::polyline, piece, {BandLog::words_of(first, count)});
+  }
+}
+
+void BandCollector::note_crossing(const LM_DCI_Point& from, const LM_DCI_Point& to) {
+  // Up to here pixels are fewer words, and sooner drawn, than parts of a line.
+  constexpr std::int64_t most_pixels = 32;
+  const PixelRectangle& inside = m_log.inside();
+  if (!inside.contains(from) || !inside.contains(to) || line_length(from, to) > most_pixels) {
+    const LM_DCI_Point ends[] = {from, to};
+    return note_piece(ends, ends + 1);
+  }
+  LineRun run = line_run(from, to, inside);
+  for (std::int64_t i = 0; i < run.count; ++i) {
+    m_log.pixel(run.x, run.y);
+    run.error += run.error_step;
+    const bool turns = run.error >= run.error_limit;
+    if (turns) run.error -= run.error_limit;
+    if (run.x_is_major || turns) run.x += run.step_x;
+    if (!run.x_is_major || turns) run.y += run.step_y;
+  }
+  m_log.pixel(to.x, to.y);
 }
 
 void BandCollector::note_image(LM_Rendition* rendition, const LM_DCI_Point* corner,

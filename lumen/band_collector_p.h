@@ -36,6 +36,10 @@ class BandCollector final : public TextRenderer {
   void note_polyline(LM_Rendition* rendition, std::int32_t count, const LM_DCI_Point* points);
   void note_thin(const LM_Rendition& rendition, std::int32_t count, const LM_DCI_Point* points);
   void note_pieces(std::int32_t count, const LM_DCI_Point* points);
+  void note_piece(const LM_DCI_Point* first, const LM_DCI_Point* last);
+  void note_crossing(const LM_DCI_Point& from, const LM_DCI_Point& to);
+  /// As points where it lies in few bands; false where it had better be drawn.
+  bool note_smooth(const LM_Rendition& rendition, std::int32_t count, const LM_DCI_Point* points);
   void note_image(LM_Rendition* rendition, const LM_DCI_Point* corner, LM_Image* const* cell);
   void note_shaded_polyline(LM_Rendition* rendition, std::int32_t count, const LM_DCI_Point* points,
                             const LM_RGB32* colors);

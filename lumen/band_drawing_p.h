@@ -16,9 +16,12 @@ class BandDrawing final : public LM_Ordered_Drawing {
   BandDrawing(const RasterDevice& device, Picture& picture)
       : m_device(device), m_picture(picture) {}
 
-  [[nodiscard]] bool begin(std::int32_t threads) override;
+  [[nodiscard]] bool begin(std::int32_t threads, const LM_Piece_Action& pieces) override;
   [[nodiscard]] const LM_Handle<LM_Renderer>& collector(std::int32_t thread) override;
   void begin_group(std::int32_t thread, std::uint64_t number) override;
+  [[nodiscard]] bool can_put_off(const LM_Rendition& rendition) const override;
+  [[nodiscard]] bool put_off(std::int32_t thread, std::uint64_t number, std::uint64_t piece,
+                             std::int32_t first_row, std::int32_t last_row) override;
   [[nodiscard]] bool is_full(std::int32_t thread) const override;
   void start_bands(std::uint64_t limit) override;
   void draw_bands(std::int32_t thread) override;
@@ -26,22 +29,28 @@ class BandDrawing final : public LM_Ordered_Drawing {
   void end() override;
 
  private:
-  struct Collector {
+  /// What a thread draws with.
+  struct Tools {
     LM_Handle<BandCollector> collector;
-    LM_Handle<LM_Renderer> renderer;  ///< the same
+    LM_Handle<LM_Renderer> renderer;  ///< the collector
+    LM_Handle<RasterDevice> rows;     ///< draws pieces
+    LM_Handle<LM_Renderer> rows_renderer;
   };
+  class Pieces;
 
   [[nodiscard]] BandLog& log(std::int32_t thread) const {
-    return m_collectors[static_cast<std::size_t>(thread)].collector->log();
+    return m_tools[static_cast<std::size_t>(thread)].collector->log();
   }
   [[nodiscard]] std::int32_t used_logs() const { return m_threads + 1; }
-  void draw_band(std::int32_t band);
+  [[nodiscard]] Tools new_tools() const;
+  void draw_band(std::int32_t band, std::int32_t thread);
   /// The log that has the band's next group; null when none has one to draw.
   [[nodiscard]] BandLog* next_log(std::int32_t band) const;
 
   const RasterDevice& m_device;
   Picture& m_picture;
-  std::vector<Collector> m_collectors;
+  std::vector<Tools> m_tools;
+  LM_Piece_Action m_pieces;
   std::int32_t m_threads = 0;
   // What the collectors took the picture for.
   std::int32_t m_width = 0;

@@ -11,6 +11,7 @@
 #include "lumen/raster/plain_line_p.h"
 #include "lumen/raster/polyline_p.h"
 #include "lumen/raster/raster_scratch_p.h"
+#include "lumen/raster/row_range_p.h"
 #include "lumen/raster/span_pen_p.h"
 #include "lumen/raster/thin_line_p.h"
 #include "lumen/text/text_run_p.h"
@@ -44,6 +45,11 @@ RasterDevice::RasterDevice(Picture& picture)
 
 RasterDevice::RasterDevice(Picture& picture, BandLog& log) : m_picture(picture), m_log(&log) {
   bind_actions();
+}
+
+RasterDevice::RasterDevice(Picture& picture, const RowRange& rows) : m_picture(picture) {
+  bind_actions();
+  draw_rows(rows);
 }
 
 RasterDevice::~RasterDevice() = default;
@@ -81,6 +87,16 @@ LM_Ordered_Drawing* RasterDevice::ordered_drawing() {
   return are_same(actions, m_own_actions) ? m_bands.get() : nullptr;
 }
 
+PixelRectangle RasterDevice::drawn_pixels(const LM_Rendition& rendition) const {
+  const RowRange rows{m_first_row, m_last_row};
+  return rows.part_of(visible_pixels(m_picture, rendition.clip_rectangle()));
+}
+
+void RasterDevice::draw_rows(const RowRange& rows) {
+  m_first_row = rows.first;
+  m_last_row = rows.last;
+}
+
 const std::uint8_t* RasterDevice::clip_mask(const LM_Rendition& rendition) const {
   const LM_Contour_Set_Data* clip = rendition.device_clip();
   return clip == nullptr ? nullptr : scratch().masks.mask(*clip, m_picture, m_antialiased);
@@ -98,14 +114,14 @@ void RasterDevice::draw_dot(LM_Rendition* rendition, const LM_DCI_Point* point,
   if (opacity_of(ink) != 255 || has_complex_clip(*rendition)) {
     return blend_dot(*rendition, *point, ink);
   }
-  if (visible_pixels(m_picture, rendition->clip_rectangle()).contains(*point)) {
+  if (drawn_pixels(*rendition).contains(*point)) {
     write_pixel(m_picture.row(point->y)[point->x], ink.word);
   }
 }
 
 void RasterDevice::blend_dot(const LM_Rendition& rendition, const LM_DCI_Point& point,
                              LM_RGB32 ink) {
-  const PixelRectangle inside = visible_pixels(m_picture, rendition.clip_rectangle());
+  const PixelRectangle inside = drawn_pixels(rendition);
   if (is_invisible(ink) || !inside.contains(point)) return;
   draw_pixel({m_picture, inside, ink, clip_mask(rendition), LM_PATTERN_SOLID}, point);
 }
@@ -117,14 +133,13 @@ void RasterDevice::draw_polyline(LM_Rendition* rendition, std::int32_t count,
   if (m_antialiased || !is_plain(ink, rendition->line_style()) || has_complex_clip(*rendition)) {
     return stroke_polyline(*rendition, count, points);
   }
-  draw_plain_polyline(m_picture, visible_pixels(m_picture, rendition->clip_rectangle()), ink.word,
-                      count, points);
+  draw_plain_polyline(m_picture, drawn_pixels(*rendition), ink.word, count, points);
 }
 
 void RasterDevice::stroke_polyline(const LM_Rendition& rendition, std::int32_t count,
                                    const LM_DCI_Point* points) {
   const LM_RGB32 ink = rendition.color();
-  const PixelRectangle inside = visible_pixels(m_picture, rendition.clip_rectangle());
+  const PixelRectangle inside = drawn_pixels(rendition);
   if (is_invisible(ink) || inside.is_empty()) return;
 
   const LM_Line_Style& style = rendition.line_style();
@@ -146,7 +161,7 @@ template <class Collect>
 void RasterDevice::fill_shape(const LM_Rendition& rendition, LM_Fill_Rule rule,
                               const Collect& collect) {
   const LM_RGB32 ink = rendition.color();
-  const PixelRectangle inside = visible_pixels(m_picture, rendition.clip_rectangle());
+  const PixelRectangle inside = drawn_pixels(rendition);
   if (is_invisible(ink) || inside.is_empty()) return;
 
   SpanPen pen = span_pen(rendition, ink);
@@ -173,7 +188,7 @@ void RasterDevice::draw_strip(LM_Rendition* rendition, std::int32_t count,
 void RasterDevice::draw_markers(LM_Rendition* rendition, std::int32_t count,
                                 const LM_DCI_Point* points) {
   const LM_RGB32 ink = rendition->color();
-  const PixelRectangle inside = visible_pixels(m_picture, rendition->clip_rectangle());
+  const PixelRectangle inside = drawn_pixels(*rendition);
   if (count <= 0 || is_invisible(ink) || inside.is_empty()) return;
 
   SpanPen pen = span_pen(*rendition, ink);
@@ -184,7 +199,7 @@ void RasterDevice::draw_image(LM_Rendition* rendition, const LM_DCI_Point* corne
                               LM_Image* const* cell) {
   if (cell == nullptr || *cell == nullptr) return;
   const LM_Image& image = **cell;
-  const PixelRectangle inside = visible_pixels(m_picture, rendition->clip_rectangle());
+  const PixelRectangle inside = drawn_pixels(*rendition);
   const PixelRectangle part = image_pixels(image, *corner, inside);
   if (part.is_empty()) return;
   blit_image(image, *corner, part, clip_mask(*rendition), m_picture);
@@ -194,7 +209,7 @@ void RasterDevice::draw_arc(LM_Rendition* rendition, const LM_DCI_Point* center,
                             const LM_DCI_Point* radii, float start, float end, float rotation,
                             const LM_RGB32* fill) {
   const EllipticalArc arc(*center, *radii, start, end, rotation);
-  const PixelRectangle inside = visible_pixels(m_picture, rendition->clip_rectangle());
+  const PixelRectangle inside = drawn_pixels(*rendition);
   if (!arc.is_drawable() || inside.is_empty()) return;
   if (fill != nullptr) fill_area(*rendition, arc, ArcArea::to_chord, *fill, inside);
   stroke_arc(*rendition, arc, inside);
@@ -210,7 +225,7 @@ void RasterDevice::draw_area(LM_Rendition* rendition, const LM_DCI_Point* center
                              const LM_DCI_Point* radii, double start, double end, double rotation,
                              const LM_RGB32* fill) {
   const EllipticalArc arc(*center, *radii, start, end, rotation);
-  const PixelRectangle inside = visible_pixels(m_picture, rendition->clip_rectangle());
+  const PixelRectangle inside = drawn_pixels(*rendition);
   if (!arc.is_drawable() || inside.is_empty()) return;
   fill_area(*rendition, arc, ArcArea::to_center, fill != nullptr ? *fill : rendition->color(),
             inside);
@@ -245,7 +260,7 @@ void RasterDevice::stroke_arc(const LM_Rendition& rendition, const EllipticalArc
 
 void RasterDevice::draw_gouraud_polyline(LM_Rendition* rendition, std::int32_t count,
                                          const LM_DCI_Point* points, const LM_RGB32* colors) {
-  const PixelRectangle inside = visible_pixels(m_picture, rendition->clip_rectangle());
+  const PixelRectangle inside = drawn_pixels(*rendition);
   if (count <= 0 || colors == nullptr || inside.is_empty()) return;
 
   draw_shaded_polyline({m_picture, inside, clip_mask(*rendition), m_antialiased, {}},
@@ -254,7 +269,7 @@ void RasterDevice::draw_gouraud_polyline(LM_Rendition* rendition, std::int32_t c
 
 void RasterDevice::draw_gouraud_strip(LM_Rendition* rendition, std::int32_t count,
                                       const LM_DCI_Point* points, const LM_RGB32* colors) {
-  const PixelRectangle inside = visible_pixels(m_picture, rendition->clip_rectangle());
+  const PixelRectangle inside = drawn_pixels(*rendition);
   if (count < 3 || colors == nullptr || inside.is_empty()) return;
   scratch().shaded_strip.draw({m_picture, inside, clip_mask(*rendition), m_antialiased, {}}, count,
                               points, colors);
@@ -265,7 +280,7 @@ void RasterDevice::draw_textured_strip(LM_Rendition* rendition, std::int32_t cou
                                        const LM_Vertex_Triple* first, std::int32_t wrap,
                                        const std::uint32_t* modulation,
                                        const LM_Vertex_Triple* second) {
-  const PixelRectangle inside = visible_pixels(m_picture, rendition->clip_rectangle());
+  const PixelRectangle inside = drawn_pixels(*rendition);
   if (count < 3 || inside.is_empty()) return;
   scratch().shaded_strip.draw(
       {m_picture, inside, clip_mask(*rendition), m_antialiased, {}}, count, points,
@@ -278,7 +293,7 @@ void RasterDevice::fill_text(const LM_Rendition& rendition, const LM_DCI_Point& 
   const LM_Text_Attributes& attributes = rendition.text_attributes();
   const bool is_bar = is_tiny(attributes.size);
   const LM_RGB32 ink = is_bar ? bar_ink(rendition.color()) : rendition.color();
-  const PixelRectangle inside = visible_pixels(m_picture, rendition.clip_rectangle());
+  const PixelRectangle inside = drawn_pixels(rendition);
   if (is_invisible(ink) || inside.is_empty()) return;
 
   const TextRun& run = set_text(attributes.font, characters, count);

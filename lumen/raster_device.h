@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <memory>
 
 #include "displaylist/platform/export.h"
@@ -15,6 +16,7 @@ class EllipticalArc;
 class SpanPen;
 enum class ArcArea : std::uint8_t;
 struct PixelRectangle;
+struct RowRange;
 
 /// The renderer that draws pixels. It draws every device action, and text.
 ///
@@ -146,10 +148,16 @@ class LUMEN_API RasterDevice final : public TextRenderer {
 
  private:
   friend class BandCollector;
+  friend class BandDrawing;
 
   /// Notes areas and strokes in the log. The other actions must not be called.
   RasterDevice(Picture& picture, BandLog& log);
+  /// Draws dots and thin polylines, and those in the rows alone.
+  RasterDevice(Picture& picture, const RowRange& rows);
+  void draw_rows(const RowRange& rows);
   void bind_actions();
+  /// The pixels that may be drawn.
+  [[nodiscard]] PixelRectangle drawn_pixels(const LM_Rendition& rendition) const;
   const std::uint8_t* clip_mask(const LM_Rendition& rendition) const;
   SpanPen span_pen(const LM_Rendition& rendition, LM_RGB32 ink) const;
   // What is not opaque, thin and free of complex clips.
@@ -170,8 +178,11 @@ class LUMEN_API RasterDevice final : public TextRenderer {
   Picture& m_picture;
   bool m_antialiased = false;
   BandLog* m_log = nullptr;
+  // The rows that dots and thin lines are drawn in.
+  std::int32_t m_first_row = INT32_MIN;
+  std::int32_t m_last_row = INT32_MAX;
   LM_Device_Actions m_own_actions;
-  std::unique_ptr<BandDrawing> m_bands;  ///< null when drawing into a log
+  std::unique_ptr<BandDrawing> m_bands;  ///< null when drawing for bands
 };
 
 }  // namespace lumen

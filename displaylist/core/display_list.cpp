@@ -39,6 +39,7 @@ void DisplayList::draw_for(const DisplayList& list, LM_Rendition& private_rendit
 }
 
 void DisplayList::rest() {
+  if (m_pPrivateRendition == nullptr) return;
   static const LM_Rendition nothing;
   m_pRenderer = nullptr;
   m_rendition.copy_state(nothing);

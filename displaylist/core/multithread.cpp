@@ -6,8 +6,6 @@
 
 #include <algorithm>
 #include <exception>
-#include <iterator>
-#include <limits>
 #include <utility>
 
 #include "displaylist/core/group.h"
@@ -83,35 +81,36 @@ void DisplayListMultithread::work() {
 
 void DisplayListMultithread::perform(std::int32_t index) {
   try {
-    if (m_task == Task::draw_bands) return m_pOrdered->draw_bands(index);
-    draw_queue(index);
-    if (m_queueStart[index] < m_queueCount[index]) return;
+    perform_task(index);
   } catch (...) {
     m_thrown[index] = std::current_exception();
+    m_nextTurn[index] = m_lastTurn[index];
   }
-  m_queueCount[index] = 0;
-  m_queueStart[index] = 0;
+}
+
+void DisplayListMultithread::perform_task(std::int32_t index) {
+  switch (m_task) {
+    case Task::draw_queue:
+      return draw_queue(index);
+    case Task::draw_turns:
+      return draw_turns(index);
+    case Task::draw_bands:
+      return m_pOrdered->draw_bands(index);
+  }
 }
 
 void DisplayListMultithread::draw_queue(std::int32_t index) {
-  const std::int32_t count = m_queueCount[index];
-  std::int32_t next = m_queueStart[index];
-  for (; next < count; ++next) {
-    if (m_pOrdered != nullptr) {
-      if (m_pOrdered->is_full(index)) break;
-      m_pOrdered->begin_group(index, m_number[index][next]);
-    }
-    draw_group(index, next);
-  }
-  m_queueStart[index] = next;
+  for (std::int32_t i = 0; i < m_queueCount[index]; ++i) draw_group(index, i, m_contexts[index]);
+  m_queueCount[index] = 0;
 }
 
-void DisplayListMultithread::draw_group(std::int32_t index, std::int32_t place) {
-  const BottomGroup& group = *m_queue[index][place];
-  if (m_clipped[index][place]) {
-    draw_drawables<LeafForm{true, false}>(group, m_contexts[index]);
+void DisplayListMultithread::draw_group(std::int32_t queue, std::int32_t place,
+                                        DisplayList& context) const {
+  const BottomGroup& group = *m_queue[queue][place];
+  if (m_clipped[queue][place]) {
+    draw_drawables<LeafForm{true, false}>(group, context);
   } else {
-    draw_drawables<LeafForm{false, false}>(group, m_contexts[index]);
+    draw_drawables<LeafForm{false, false}>(group, context);
   }
 }
 
@@ -138,49 +137,7 @@ void DisplayListMultithread::WaitForAllThreads() {
   if (m_cThreads != 0 && !is_drained()) release_queues();
 }
 
-bool DisplayListMultithread::begin_ordered() {
-  const LM_Handle<LM_Renderer> renderer =
-      m_pDisplayList == nullptr ? nullptr : m_pDisplayList->m_pRenderer;
-  if (!renderer) return true;
-  if (renderer->options.is_for_one_thread) return false;
-  LM_Ordered_Drawing* const ordered = renderer->ordered_drawing();
-  if (ordered == nullptr) return true;
-  if (!ordered->begin(m_cThreads)) return false;
-  m_pOrdered = ordered;
-  m_pOrderedRenderer = renderer;
-  return true;
-}
-
-void DisplayListMultithread::end_ordered() {
-  if (m_pOrdered != nullptr) m_pOrdered->end();
-  m_pOrdered = nullptr;
-  m_pOrderedRenderer = nullptr;
-}
-
-bool DisplayListMultithread::begin_in_turn() {
-  if (m_pOrdered != nullptr && m_pOrdered->is_full(m_cThreads)) release_queues();
-  if (m_pOrdered == nullptr || m_pDisplayList->m_pRenderer != m_pOrderedRenderer) return false;
-  m_pOrdered->begin_group(m_cThreads, m_nextNumber++);
-  m_pLentCollector = m_pOrdered->collector(m_cThreads);
-  m_pDisplayList->m_pRenderer = m_pLentCollector;
-  return true;
-}
-
-void DisplayListMultithread::take_back_renderer() {
-  if (!m_pLentCollector) return;
-  LM_Handle<LM_Renderer>& renderer = m_pDisplayList->m_pRenderer;
-  if (renderer == m_pLentCollector) renderer = m_pOrderedRenderer;
-  m_pLentCollector = nullptr;
-}
-
 void DisplayListMultithread::lend_contexts() {
-  if (m_pOrdered != nullptr && m_pDisplayList->m_pRenderer != m_pOrderedRenderer) {
-    // The client has gone on to another renderer. The one before gets what the
-    // calling thread drew for it.
-    draw_bands(std::numeric_limits<std::uint64_t>::max());
-    end_ordered();
-    begin_ordered();
-  }
   for (std::int32_t i = 0; i < m_cThreads; ++i) {
     m_contexts[i].draw_for(*m_pDisplayList, m_privateRenditions[i]);
     if (m_pOrdered != nullptr) m_contexts[i].m_pRenderer = m_pOrdered->collector(i);
@@ -204,32 +161,15 @@ void DisplayListMultithread::have_all(Task task) {
   for (std::int32_t i = 0; i < m_cThreads; ++i) m_hDone[i].wait();
 }
 
-bool DisplayListMultithread::has_more() const {
-  return std::any_of(std::begin(m_queueCount), std::end(m_queueCount),
-                     [](std::int32_t count) { return count != 0; });
-}
-
-std::uint64_t DisplayListMultithread::next_number() const {
-  std::uint64_t next = std::numeric_limits<std::uint64_t>::max();
-  for (std::int32_t i = 0; i < m_cThreads; ++i) {
-    if (m_queueCount[i] != 0) next = std::min(next, m_number[i][m_queueStart[i]]);
-  }
-  return next;
-}
-
-void DisplayListMultithread::draw_bands(std::uint64_t limit) {
-  m_pOrdered->start_bands(limit);
-  have_all(Task::draw_bands);
-  m_pOrdered->finish_bands();
-}
-
 void DisplayListMultithread::draw_queues() {
-  lend_contexts();
-  do {
+  follow_renderer();
+  if (m_pOrdered != nullptr) {
+    draw_in_order();
+    end_ordered();
+  } else {
+    lend_contexts();
     have_all(Task::draw_queue);
-    if (m_pOrdered != nullptr) draw_bands(next_number());
-  } while (has_more());
-  end_ordered();
+  }
   for (std::int32_t i = 0; i < m_cThreads; ++i) m_contexts[i].rest();
 }
 
@@ -244,10 +184,10 @@ void DisplayListMultithread::release_queues() {
     draw_queues();
   } catch (...) {
     end_ordered();
-    forget_queues();  // memory ran out before anything was drawn
+    forget_queues();  // memory ran out before everything was drawn
     throw;
   }
-  m_iNext = 0;
+  forget_queues();
   std::exception_ptr thrown;
   for (std::exception_ptr& each : m_thrown) {
     if (each != nullptr) thrown = std::exchange(each, nullptr);

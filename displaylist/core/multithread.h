@@ -103,27 +103,48 @@ class DISPLAYLIST_API DisplayListMultithread {
 
  private:
   /// What the workers do at a go.
-  enum class Task : std::uint8_t { draw_queue, draw_bands };
+  enum class Task : std::uint8_t { draw_queue, draw_turns, draw_bands };
+  /// Where a group is queued.
+  struct Turn {
+    std::int16_t queue;
+    std::int16_t place;
+  };
 
   bool start_thread(std::int32_t index);
   void work();
   void perform(std::int32_t index);
+  void perform_task(std::int32_t index);
   void draw_queue(std::int32_t index);
-  void draw_group(std::int32_t index, std::int32_t place);
+  void draw_group(std::int32_t queue, std::int32_t place, DisplayList& context) const;
+  void lend_contexts();
+  [[nodiscard]] bool draws_one_by_one() const;
+  void have_all(Task task);
+  void draw_queues();
+  void release_queues();
+  void forget_queues();
 
   bool begin_ordered();
   void end_ordered();
   void take_back_renderer();
-  void lend_contexts();
-  void draw_queues();
+  void follow_renderer();
+  void draw_in_order();
+  /// Puts the queued groups in order and shares them out.
+  void line_up();
+  /// Whether the calling thread had better draw everything by itself.
+  [[nodiscard]] bool pays_alone() const;
+  void draw_alone();
+  void draw_turns(std::int32_t index);
+  /// Has a group drawn with the bands; false when it is not so light that this pays.
+  bool put_off(std::int32_t index, std::int32_t turn);
+  static void draw_piece(void* context, std::int32_t thread, std::uint64_t piece,
+                         const LM_Handle<LM_Renderer>& renderer);
   /// Of the groups whose numbers are below the limit.
   void draw_bands(std::uint64_t limit);
   [[nodiscard]] bool has_more() const;
   [[nodiscard]] std::uint64_t next_number() const;
-  [[nodiscard]] bool draws_one_by_one() const;
-  void have_all(Task task);
-  void release_queues();
-  void forget_queues();
+  [[nodiscard]] std::uint64_t number(const Turn& turn) const {
+    return m_number[turn.queue][turn.place];
+  }
 
   DisplayList m_contexts[kMaxThreads];  ///< what the workers draw with
   LM_Rendition m_privateRenditions[kMaxThreads];
@@ -132,11 +153,16 @@ class DISPLAYLIST_API DisplayListMultithread {
 
   /// Draws what is queued in order; null while nothing is, or without order.
   LM_Ordered_Drawing* m_pOrdered = nullptr;
-  LM_Handle<LM_Renderer> m_pOrderedRenderer;                 ///< whose it is
-  LM_Handle<LM_Renderer> m_pLentCollector;                   ///< the list's in the renderer's place
-  std::uint64_t m_nextNumber = 0;                            ///< of the next group
+  LM_Handle<LM_Renderer> m_pOrderedRenderer;  ///< whose it is
+  LM_Handle<LM_Renderer> m_pLentCollector;    ///< the list's in the renderer's place
+  bool m_mayPutOff = false;                   ///< light groups, until the bands are drawn
+  bool m_hasCollected = false;                ///< what the calling thread draws
+  std::uint64_t m_nextNumber = 0;             ///< of the next group
   std::uint64_t m_number[kMaxThreads][kFullQueue + 1] = {};  ///< of the queued groups
-  std::int32_t m_queueStart[kMaxThreads] = {};               ///< the first one still to draw
+  Turn m_turns[kMaxThreads * kFullQueue] = {};               ///< the queued groups in order
+  // Which of them each thread has still to draw.
+  std::int32_t m_nextTurn[kMaxThreads] = {};
+  std::int32_t m_lastTurn[kMaxThreads] = {};
 };
 
 /// Whether no worker has groups of the list still to draw.

@@ -16,6 +16,10 @@ struct DrawableRun {
   /// of another class, as far as their info lets them draw; `clipped` with the
   /// clipped operations. Returns that first of another class, null at the end.
   Drawable* (*draw)(Drawable* first, DisplayList& list, bool clipped);
+  /// Whether `first`, which is of the class, and all that follow it are of the class,
+  /// have no info, and are soon drawn: no more than a dot or a polyline of few points
+  /// each, between their own.
+  bool (*is_light)(const Drawable* first);
 };
 
 }  // namespace DL

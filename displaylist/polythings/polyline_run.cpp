@@ -61,6 +61,16 @@ template <Conversion* Convert>
   return drawable;
 }
 
+bool is_light_run(const Drawable* first) {
+  const class_change::OperationTable table = class_change::table_of(first);
+  bool is_light = true;
+  for (const Drawable* each = first; each != nullptr && is_light; each = each->m_pNext) {
+    is_light = class_change::table_of(each) == table && each->m_pDrawableInfo == nullptr &&
+               static_cast<const DLPolyline*>(each)->count <= kPointsWithoutAllocation;
+  }
+  return is_light;
+}
+
 Drawable* draw_any_run(Drawable* first, DisplayList& list, bool clipped) {
   return draw_run<&convert>(first, list, clipped);
 }
@@ -151,13 +161,14 @@ class PairTransform {
 
 DrawableRun polyline_run_here() {
   const bool wide = __builtin_cpu_supports("avx2") != 0;
-  return {class_change::operation_table<DLPolyline>(), wide ? &draw_wide_run : &draw_any_run};
+  return {class_change::operation_table<DLPolyline>(), wide ? &draw_wide_run : &draw_any_run,
+          &is_light_run};
 }
 
 #else
 
 DrawableRun polyline_run_here() {
-  return {class_change::operation_table<DLPolyline>(), &draw_any_run};
+  return {class_change::operation_table<DLPolyline>(), &draw_any_run, &is_light_run};
 }
 
 #endif

@@ -29,9 +29,10 @@ std::uint32_t hold_in(std::vector<LM_Handle<const T>>& held, const T& thing) {
 
 }  // namespace
 
-BandGrid::BandGrid(const Picture& picture) : m_shift(least_shift) {
+BandGrid::BandGrid(const Picture& picture, std::int32_t threads) : m_shift(least_shift) {
+  const std::int32_t most = std::clamp(threads, 1, most_bands / bands_a_thread) * bands_a_thread;
   const std::int32_t last_row = picture.height() - 1;
-  while (last_row >> m_shift >= most_bands) ++m_shift;
+  while (last_row >> m_shift >= most) ++m_shift;
   m_row_mask = (1U << m_shift) - 1;
   m_count = picture.is_empty() ? 0 : (last_row >> m_shift) + 1;
 }
@@ -101,11 +102,7 @@ std::uint32_t BandLog::number_of(const State& state) {
 
 void BandLog::enter(Band& band) const {
   const bool is_new = band.group != m_group;
-  if (is_new) {
-    band.groups.push_back({m_group, band.words.size()});
-    band.group = m_group;
-    band.state = none;
-  }
+  if (is_new) band.begin(m_group);
   if (band.state != m_state) {
     *band.words.extend(1) = first_word(BandStep::state, m_state);
     band.state = m_state;
@@ -117,6 +114,19 @@ void BandLog::enter(Band& band) const {
     band.ink = m_ink;
   }
   band.setting = m_setting;
+}
+
+void BandLog::add_piece(const RowRange& rows, std::uint64_t piece) {
+  const BandPiece words{static_cast<std::uint32_t>(piece),
+                        static_cast<std::uint32_t>(piece >> 32U)};
+  const std::int32_t last = m_grid.band_of(rows.last);
+  for (std::int32_t i = m_grid.band_of(rows.first); i <= last; ++i) {
+    Band& band = m_bands[static_cast<std::size_t>(i)];
+    band.begin(m_group);
+    std::uint32_t* const step = band.words.extend(1 + words_of(&words).size());
+    step[0] = first_word(BandStep::piece, 0);
+    std::ranges::copy(words_of(&words), step + 1);
+  }
 }
 
 void BandLog::solid(std::int32_t x, std::int32_t y, std::int32_t length, std::uint32_t cover) {

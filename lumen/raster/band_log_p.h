@@ -21,12 +21,13 @@ namespace lumen {
 /// last one.
 class BandGrid {
  public:
-  /// So low that bands are many more than threads and stay in a processor's own
-  /// cache, so high that groups lie in few of them.
-  static constexpr std::int32_t most_bands = 64;
+  /// So many that threads end at about the same time, so few that what is drawn
+  /// lies in few of them.
+  static constexpr std::int32_t bands_a_thread = 5;
+  static constexpr std::int32_t most_bands = 32;
 
   BandGrid() = default;
-  explicit BandGrid(const Picture& picture);
+  BandGrid(const Picture& picture, std::int32_t threads);
 
   [[nodiscard]] std::int32_t count() const { return m_count; }
   [[nodiscard]] std::int32_t band_of(std::int32_t row) const { return row >> m_shift; }
@@ -53,16 +54,26 @@ enum class BandStep : std::uint32_t {
   state,            ///< the number of what follows is drawn in
   ink,              ///< the colour of what follows
   polyline,         ///< BandPolyline; points
+  inside_polyline,  ///< BandPoints; points: opaque, solid, inside the clips and the band
+  smooth_polyline,  ///< BandSmoothPolyline; points
   shaded_polyline,  ///< BandShadedPolyline; points; colours
   shaded_strip,     ///< BandStrip; points; colours
   textured_strip,   ///< BandTexturedStrip; points; the arrays that there are
   image,            ///< BandImage
+  piece,            ///< BandPiece
 };
 
-/// A line of weight 1 without antialiasing.
+/// A line of weight 1 without antialiasing, unless it is a smooth one.
 struct BandPolyline {
   std::int32_t count;
   std::int32_t pattern;
+};
+struct BandPoints {
+  std::int32_t count;
+};
+struct BandSmoothPolyline {
+  std::int32_t count;
+  std::int32_t margin;  ///< as SmoothLine tells
 };
 struct BandShadedPolyline {
   std::int32_t count;
@@ -86,6 +97,12 @@ struct BandTexturedStrip {
 struct BandImage {
   LM_DCI_Point corner;
   std::uint32_t image;  ///< its place among the images
+};
+
+/// What was put off, by its number.
+struct BandPiece {
+  std::uint32_t low;
+  std::uint32_t high;
 };
 
 /// Notes what one thread draws, for bands that are drawn later. Everything that
@@ -168,6 +185,9 @@ class BandLog {
       }
     }
   }
+  /// Notes a piece of the group as all that it draws on the rows, which lie in the
+  /// picture.
+  void add_piece(const RowRange& rows, std::uint64_t piece);
   /// Holds them until everything is forgotten; returns their place.
   std::uint32_t hold(const LM_Texture_Pages* pages);
   std::uint32_t hold(const LM_Image& image);
@@ -218,6 +238,11 @@ class BandLog {
     std::uint32_t ink = 0;
 
     void clear();
+    void begin(std::uint64_t number) {
+      groups.push_back({number, words.size()});
+      group = number;
+      state = none;
+    }
   };
 
   static constexpr std::uint32_t first_word(BandStep step, std::uint32_t value) {

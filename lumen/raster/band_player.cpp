@@ -52,6 +52,10 @@ void BandPlayer::play_step(std::uint32_t word) {
       return;
     case BandStep::polyline:
       return draw_polyline();
+    case BandStep::inside_polyline:
+      return draw_inside_polyline();
+    case BandStep::smooth_polyline:
+      return draw_smooth_polyline();
     case BandStep::shaded_polyline:
       return draw_shaded_polyline();
     case BandStep::shaded_strip:
@@ -60,6 +64,8 @@ void BandPlayer::play_step(std::uint32_t word) {
       return draw_textured_strip();
     case BandStep::image:
       return draw_image();
+    case BandStep::piece:
+      return draw_piece();
   }
 }
 
@@ -99,6 +105,20 @@ void BandPlayer::draw_polyline() {
   }
 }
 
+void BandPlayer::draw_inside_polyline() {
+  const std::int32_t count = take<BandPoints>()->count;
+  draw_plain_inside(m_picture, m_ink.word, count, take<LM_DCI_Point>(count));
+}
+
+void BandPlayer::draw_smooth_polyline() {
+  const auto [count, margin] = *take<BandSmoothPolyline>();
+  SpanPen pen(m_picture, m_ink, m_mask);
+  RowPen rows(pen, m_rows);
+  const bool is_whole = margin == SmoothLine::whole_margin;
+  const PixelRectangle inside = is_whole ? m_inside : m_rows.part_of(m_inside);
+  scratch().smooth_line.draw(count, take<LM_DCI_Point>(count), inside, rows, margin);
+}
+
 void BandPlayer::draw_shaded_polyline() {
   const auto& line = *take<BandShadedPolyline>();
   const LM_Line_Style style{line.weight, line.pattern, line.start_style, line.end_style, 0};
@@ -124,6 +144,11 @@ void BandPlayer::draw_textured_strip() {
   scratch().shaded_strip.draw(
       target(), strip.count, points,
       {colors, first, modulation, second, m_log->pages(strip.pages), strip.wrap});
+}
+
+void BandPlayer::draw_piece() {
+  const auto& [low, high] = *take<BandPiece>();
+  m_pieces.draw(std::uint64_t{high} << 32U | low);
 }
 
 void BandPlayer::draw_image() {

@@ -11,11 +11,23 @@
 
 namespace lumen {
 
+/// Draws pieces, which were put off, in the rows of a band.
+class BandPieces {
+ public:
+  virtual void draw(std::uint64_t piece) = 0;
+
+ protected:
+  BandPieces() = default;
+  BandPieces(const BandPieces&) = default;
+  BandPieces& operator=(const BandPieces&) = default;
+  ~BandPieces() = default;
+};
+
 /// Draws what logs have noted for one band.
 class BandPlayer {
  public:
-  BandPlayer(Picture& picture, const RowRange& rows, bool antialiased)
-      : m_picture(picture), m_rows(rows), m_antialiased(antialiased) {}
+  BandPlayer(Picture& picture, const RowRange& rows, bool antialiased, BandPieces& pieces)
+      : m_picture(picture), m_rows(rows), m_antialiased(antialiased), m_pieces(pieces) {}
 
   /// Draws the steps of a group, which are from the log.
   void play(const BandLog& log, std::span<const std::uint32_t> steps);
@@ -29,10 +41,13 @@ class BandPlayer {
   void draw_solid(std::uint32_t word);
   void draw_varied(std::uint32_t word);
   void draw_polyline();
+  void draw_inside_polyline();
+  void draw_smooth_polyline();
   void draw_shaded_polyline();
   void draw_shaded_strip();
   void draw_textured_strip();
   void draw_image();
+  void draw_piece();
 
   /// The next words as `count` things.
   template <class T>
@@ -60,6 +75,7 @@ class BandPlayer {
   Picture& m_picture;
   RowRange m_rows;
   bool m_antialiased;
+  BandPieces& m_pieces;
 
   const BandLog* m_log = nullptr;
   const std::uint32_t* m_next = nullptr;

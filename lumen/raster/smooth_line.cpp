@@ -1,6 +1,7 @@
 #include "lumen/raster/smooth_line_p.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace lumen {
 namespace {
@@ -51,11 +52,19 @@ bool SmoothLine::can_draw(std::int32_t count, const LM_DCI_Point* points) {
   return box.max_x - box.min_x > 2 || box.max_y - box.min_y > 2;
 }
 
-void SmoothLine::draw(std::int32_t count, const LM_DCI_Point* points,
-                      const PixelRectangle& inside) {
+std::int32_t SmoothLine::margin_of(std::int32_t count, const LM_DCI_Point* points) {
+  std::int32_t longest = 0;
+  for (std::int32_t i = 1; i < count; ++i) {
+    longest = std::max({longest, std::abs(points[i].x - points[i - 1].x),
+                        std::abs(points[i].y - points[i - 1].y)});
+  }
+  return std::min(longest + static_cast<std::int32_t>(2 * reach), whole_margin);
+}
+
+void SmoothLine::draw(std::int32_t count, const LM_DCI_Point* points, const PixelRectangle& inside,
+                      std::int32_t margin) {
   // The library cuts lines at right angles to their direction: beyond the
   // rectangle, where the target drops what nobody is to see.
-  constexpr double margin = 64;
   m_renderer.clip_box(inside.min_x - margin, inside.min_y - margin, inside.max_x + margin,
                       inside.max_y + margin);
   const bool closed = is_closed(count, points);

@@ -20,17 +20,25 @@ class SmoothLine {
   SmoothLine(const SmoothLine&) = delete;
   SmoothLine& operator=(const SmoothLine&) = delete;
 
+  /// More than how far from its points a line covers pixels.
+  static constexpr double reach = 4;
+
   /// Whether the polyline can be drawn so: the outline renderer swallows
   /// polylines of less than two pixels and flat closed ones, and saturates far
   /// coordinates.
   static bool can_draw(std::int32_t count, const LM_DCI_Point* points);
 
+  /// How far from what is seen of a polyline its segments may be cut, so that no cut
+  /// segment is seen; whole_margin for polylines with longer segments.
+  static std::int32_t margin_of(std::int32_t count, const LM_DCI_Point* points);
+  static constexpr std::int32_t whole_margin = 64;
+
   /// `Pen` has `varied(x, y, length, covers)`.
   template <class Pen>
-  void draw(std::int32_t count, const LM_DCI_Point* points, const PixelRectangle& inside,
-            Pen& pen) {
+  void draw(std::int32_t count, const LM_DCI_Point* points, const PixelRectangle& inside, Pen& pen,
+            std::int32_t margin = whole_margin) {
     m_target.aim(inside, pen);
-    draw(count, points, inside);
+    draw(count, points, inside, margin);
   }
 
  private:
@@ -58,8 +66,8 @@ class SmoothLine {
     void (*m_varied)(void* pen, int x, int y, int length, const agg::int8u* covers) = nullptr;
   };
   using Renderer = agg::renderer_outline_aa<Target>;
-
-  void draw(std::int32_t count, const LM_DCI_Point* points, const PixelRectangle& inside);
+  void draw(std::int32_t count, const LM_DCI_Point* points, const PixelRectangle& inside,
+            std::int32_t margin);
 
   Target m_target;
   agg::line_profile_aa m_profile;

@@ -13,6 +13,7 @@ using namespace scribbled;
 TEST(OrderedThreads, ShowAnythingThatOverlapsAsASingleThreadDoes) {
   for (unsigned seed = 1; seed <= 6; ++seed) {
     for (const bool antialiased : {false, true}) {
+      SCOPED_TRACE(testing::Message() << "seed " << seed << (antialiased ? ", smooth" : ""));
       Page page(60, seed);
       page.device->set_antialiased(antialiased);
       expect_one_picture(page);
@@ -22,6 +23,7 @@ TEST(OrderedThreads, ShowAnythingThatOverlapsAsASingleThreadDoes) {
 
 TEST(OrderedThreads, PutWhatTheCallingThreadDrawsInItsPlace) {
   for (unsigned seed = 11; seed <= 14; ++seed) {
+    SCOPED_TRACE(testing::Message() << "seed " << seed);
     Page page(60, seed, &mixed);
     page.device->set_antialiased(seed % 2 == 0);
     DL::Group* open = hand_made::open(

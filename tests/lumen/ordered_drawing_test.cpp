@@ -43,7 +43,7 @@ struct Ordered {
 
 TEST(OrderedDrawing, ShowsNothingBeforeBandsAreDrawn) {
   Ordered ordered;
-  ASSERT_TRUE(ordered.drawing.begin(1));
+  ASSERT_TRUE(ordered.drawing.begin(1, {}));
   ordered.draw_stripe(0, 3, {0x00112233});
   EXPECT_EQ(ordered.middle(), kPaper);
   ordered.draw_bands(kNoLimit);
@@ -53,7 +53,7 @@ TEST(OrderedDrawing, ShowsNothingBeforeBandsAreDrawn) {
 
 TEST(OrderedDrawing, GoesByNumbersWhoeverDrew) {
   Ordered ordered;
-  ASSERT_TRUE(ordered.drawing.begin(2));
+  ASSERT_TRUE(ordered.drawing.begin(2, {}));
   ordered.draw_stripe(1, 7, {0x00000007});
   ordered.draw_stripe(0, 5, {0x00000005});
   ordered.draw_stripe(0, 8, {0x00000008});
@@ -65,7 +65,7 @@ TEST(OrderedDrawing, GoesByNumbersWhoeverDrew) {
 
 TEST(OrderedDrawing, KeepsGroupsFromTheLimitOnForLater) {
   Ordered ordered;
-  ASSERT_TRUE(ordered.drawing.begin(1));
+  ASSERT_TRUE(ordered.drawing.begin(1, {}));
   ordered.draw_stripe(0, 1, {0x00000001});
   ordered.draw_stripe(1, 2, {0x00000002});
   ordered.draw_stripe(0, 4, {0x00000004});
@@ -81,10 +81,10 @@ TEST(OrderedDrawing, KeepsGroupsFromTheLimitOnForLater) {
 
 TEST(OrderedDrawing, ForgetsAtTheEndWhatWasNotDrawn) {
   Ordered ordered;
-  ASSERT_TRUE(ordered.drawing.begin(1));
+  ASSERT_TRUE(ordered.drawing.begin(1, {}));
   ordered.draw_stripe(0, 1, {0x00000001});
   ordered.drawing.end();
-  ASSERT_TRUE(ordered.drawing.begin(1));
+  ASSERT_TRUE(ordered.drawing.begin(1, {}));
   ordered.draw_bands(kNoLimit);
   ordered.drawing.end();
   EXPECT_EQ(ordered.middle(), kPaper);
@@ -92,16 +92,16 @@ TEST(OrderedDrawing, ForgetsAtTheEndWhatWasNotDrawn) {
 
 TEST(OrderedDrawing, IsForOneAtATime) {
   Ordered ordered;
-  ASSERT_TRUE(ordered.drawing.begin(1));
-  EXPECT_FALSE(ordered.drawing.begin(1));
+  ASSERT_TRUE(ordered.drawing.begin(1, {}));
+  EXPECT_FALSE(ordered.drawing.begin(1, {}));
   ordered.drawing.end();
-  EXPECT_TRUE(ordered.drawing.begin(4));
+  EXPECT_TRUE(ordered.drawing.begin(4, {}));
   ordered.drawing.end();
 }
 
 TEST(OrderedDrawing, LetsTheDeviceItselfDrawAtOnce) {
   Ordered ordered;
-  ASSERT_TRUE(ordered.drawing.begin(1));
+  ASSERT_TRUE(ordered.drawing.begin(1, {}));
   ordered.draw_stripe(0, 1, {0x00000001});
   ordered.draw_stripe(*ordered.device, {0x00000002});
   EXPECT_EQ(ordered.middle(), LM_RGB32{0x00000002});
@@ -113,7 +113,7 @@ TEST(OrderedDrawing, LetsTheDeviceItselfDrawAtOnce) {
 TEST(OrderedDrawing, IsFullBeforeMuchMemoryIsTakenAndNotOnceItIsDrawn) {
   Ordered ordered;
   ordered.device->set_antialiased(true);
-  ASSERT_TRUE(ordered.drawing.begin(1));
+  ASSERT_TRUE(ordered.drawing.begin(1, {}));
   std::uint64_t groups = 0;
   while (!ordered.drawing.is_full(0)) {
     ordered.draw_stripe(0, ++groups, {0x00000001});
@@ -131,7 +131,7 @@ TEST(OrderedDrawing, IsFullBeforeMuchMemoryIsTakenAndNotOnceItIsDrawn) {
 TEST(OrderedDrawing, CollectorsAreTheDeviceButForOneThread) {
   Ordered ordered;
   ordered.device->option_table.set(LM_String("Colour of ink"), {7});
-  ASSERT_TRUE(ordered.drawing.begin(1));
+  ASSERT_TRUE(ordered.drawing.begin(1, {}));
   LM_Renderer& collector = *ordered.drawing.collector(0);
   EXPECT_TRUE(collector.options.supports_complex_clip);
   EXPECT_TRUE(collector.options.is_for_one_thread);
@@ -157,7 +157,7 @@ class Guest final : public LM_Image {
 
 TEST(OrderedDrawing, HoldsWhatIsDrawnUntilItIs) {
   Ordered ordered;
-  ASSERT_TRUE(ordered.drawing.begin(1));
+  ASSERT_TRUE(ordered.drawing.begin(1, {}));
   bool is_alive = false;
   {
     const LM_Handle<LM_Image> image = LM_Create<Guest>(is_alive);
@@ -176,7 +176,7 @@ TEST(OrderedDrawing, HoldsWhatIsDrawnUntilItIs) {
 
 TEST(OrderedDrawing, OfManyThreadsDrawsEachBandOnce) {
   Ordered ordered;
-  ASSERT_TRUE(ordered.drawing.begin(4));
+  ASSERT_TRUE(ordered.drawing.begin(4, {}));
   for (std::int32_t i = 0; i < 5; ++i) {
     ordered.draw_stripe(i, static_cast<std::uint64_t>(i), {0x80000000});
   }
