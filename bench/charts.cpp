@@ -191,14 +191,18 @@ std::string draw_building(const Results& results, const std::string& path) {
   return canvas.write(path);
 }
 
+constexpr const char* kTeams[] = {"2 threads", "4 threads", "two drawings at once"};
+
+/// How many times as fast as alone; two drawings are twice the work.
 std::vector<Bar> speedups(const Results& results, std::string_view scene) {
   std::vector<Bar> bars;
-  const Row* alone = results.find(scene, "whole raster alone", kOurs);
-  for (int threads = 1; threads <= 4; ++threads) {
-    const std::string name = std::to_string(threads) + (threads == 1 ? " thread" : " threads");
-    const Row* row = results.find(scene, "whole raster " + name, kOurs);
-    if (row != nullptr && alone != nullptr && row->value > 0.0) {
-      bars.push_back({name, alone->value / row->value, true});
+  for (const std::string style : {"whole thin ", "whole smooth "}) {
+    const Row* alone = results.find(scene, style + "alone", kOurs);
+    for (const std::string team : kTeams) {
+      const Row* row = results.find(scene, style + team, kOurs);
+      if (row == nullptr || alone == nullptr || row->value <= 0.0) continue;
+      const bool is_ours = team != kTeams[2];
+      bars.push_back({style + team, (is_ours ? 1 : 2) * alone->value / row->value, is_ours});
     }
   }
   return bars;
@@ -206,14 +210,16 @@ std::vector<Bar> speedups(const Results& results, std::string_view scene) {
 
 std::string draw_threads(const Results& results, const std::string& path) {
   constexpr double top = 84.0;
-  Canvas canvas(980, static_cast<std::int32_t>(top + 28.0 * 4 + 20.0));
-  canvas.text({20.0, 26.0}, "Worker threads: times as fast as without", title());
   const std::vector<Bar> coherent = speedups(results, "coherent");
+  Canvas canvas(
+      980, static_cast<std::int32_t>(top + 28.0 * static_cast<double>(coherent.size()) + 20.0));
+  canvas.text({20.0, 26.0}, "Worker threads: times as fast as without", title());
   for (std::size_t i = 0; i < coherent.size(); ++i) {
-    canvas.text({20.0, top + 28.0 * (static_cast<double>(i) + 0.5)}, coherent[i].name, {});
+    canvas.text({20.0, top + 28.0 * (static_cast<double>(i) + 0.5)}, coherent[i].name,
+                {.is_bold = coherent[i].is_own});
   }
-  draw_bars(canvas, {170.0, top}, 370.0, "coherent, whole, into pixels", coherent);
-  draw_bars(canvas, {590.0, top}, 370.0, "rivers, whole, into pixels", speedups(results, "rivers"));
+  draw_bars(canvas, {270.0, top}, 320.0, "coherent, into pixels", coherent);
+  draw_bars(canvas, {640.0, top}, 320.0, "rivers, into pixels", speedups(results, "rivers"));
   return canvas.write(path);
 }
 

@@ -16,7 +16,7 @@ void OwnList::build(const scenes::Polylines& lines) {
 
 void OwnList::draw(const View& view, Target target) {
   DL::DisplayList& list = m_built->list;
-  list.m_pRenderer = target == Target::null ? m_nothing : m_raster;
+  list.m_pRenderer = target == Target::null ? m_nothing : LM_Handle<LM_Renderer>(m_raster);
   look_at(list, view.window);
   list.m_pRootGroup->draw_bounded(list, view.window, view.window);
   if (list.m_pMultithread != nullptr) list.m_pMultithread->WaitForAllThreads();

@@ -30,13 +30,15 @@ class OwnList final : public Contestant {
   /// An empty list to be filled by the caller.
   DL::DisplayList& start();
   [[nodiscard]] DL::DisplayList& list() { return m_built->list; }
+  /// Whether what is drawn into pixels has smooth edges from now on.
+  void set_antialiased(bool antialiased) { m_raster->set_antialiased(antialiased); }
   /// Removes the first polyline of these points by a search.
   void remove(std::span<const scenes::Point> points);
 
  private:
   lumen::Picture m_picture{kWidth, kHeight};
   LM_Handle<LM_Renderer> m_nothing;
-  LM_Handle<LM_Renderer> m_raster;
+  LM_Handle<lumen::RasterDevice> m_raster;
   std::unique_ptr<BuiltList> m_built;
 };
 
