@@ -43,6 +43,7 @@ std::vector<std::string_view> scene_names(const Settings& settings) {
 
 /// The heavy ones have no part in scenes that would take them minutes.
 bool takes_part(const Entry& entry, std::string_view scene) {
+  if (entry.name == kReordered) return scene == "scattered";
   constexpr std::string_view for_light_ones[] = {"rows", "towns", "many"};
   // Cairo's pens have one width for a recording, which a zoom does not bear.
   if (scene == "deep" && entry.name == "Cairo recording") return false;

@@ -45,6 +45,8 @@ struct Entry {
 
 inline constexpr std::string_view kLowerBound = "lower bound";
 inline constexpr std::string_view kOurs = "display list";
+/// We again, in an order of our own; only where that differs.
+inline constexpr std::string_view kReordered = "display list, reordered";
 
 /// Everybody that this build knows, the lower bound first, we second.
 std::span<const Entry> contestants();
@@ -54,6 +56,7 @@ std::string_view left_out();
 
 std::unique_ptr<Contestant> make_lower_bound();
 std::unique_ptr<Contestant> make_own_list();
+std::unique_ptr<Contestant> make_reordered_list();
 std::unique_ptr<Contestant> make_flat_array();
 std::unique_ptr<Contestant> make_blocked_array();
 std::unique_ptr<Contestant> make_dynamic_rtree();

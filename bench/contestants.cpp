@@ -7,6 +7,7 @@ namespace {
 constexpr Entry kEntries[] = {
     {kLowerBound, &make_lower_bound, true},
     {kOurs, &make_own_list, true},
+    {kReordered, &make_reordered_list, true},
 #if defined(BENCH_HAS_QT)
     {"Qt graphics scene", &make_qt_scene, false},
 #endif

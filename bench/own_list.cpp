@@ -1,5 +1,9 @@
 #include "bench/own_list.h"
 
+#include <vector>
+
+#include "displaylist/core/insertion_order.h"
+
 namespace bench {
 
 OwnList::OwnList()
@@ -33,6 +37,22 @@ void OwnList::remove(std::span<const scenes::Point> points) {
   search.type = prototype.type();
   search.m_bounds = scenes::bounds_of(points);
   list().m_pRootGroup->remove_fast(search);
+}
+
+void ReorderedList::build(const scenes::Polylines& lines) {
+  std::vector<scenes::Bounds> bounds;
+  for (std::size_t i = 0; i < lines.count(); ++i) {
+    bounds.push_back(scenes::bounds_of(lines.polyline(i)));
+  }
+  std::vector<std::size_t> order(bounds.size());
+  if (!DL::insertion_order(bounds, order)) return;
+  scenes::Polylines reordered;
+  for (const std::size_t i : order) reordered.append(lines.polyline(i), lines.color(i));
+  OwnList::build(reordered);
+}
+
+std::unique_ptr<Contestant> make_reordered_list() {
+  return std::make_unique<ReorderedList>();
 }
 
 }  // namespace bench

@@ -16,7 +16,7 @@ struct BuiltList {
 };
 
 /// The display list as a contestant.
-class OwnList final : public Contestant {
+class OwnList : public Contestant {
  public:
   OwnList();
 
@@ -40,6 +40,13 @@ class OwnList final : public Contestant {
   LM_Handle<LM_Renderer> m_nothing;
   LM_Handle<lumen::RasterDevice> m_raster;
   std::unique_ptr<BuiltList> m_built;
+};
+
+/// The display list, filled in the order that insertion_order gives: for drawings
+/// whose drawables have none among themselves.
+class ReorderedList final : public OwnList {
+ public:
+  void build(const scenes::Polylines& lines) override;
 };
 
 }  // namespace bench
