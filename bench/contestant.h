@@ -46,7 +46,7 @@ struct Entry {
 inline constexpr std::string_view kLowerBound = "lower bound";
 inline constexpr std::string_view kOurs = "display list";
 /// We again, in an order of our own; only where that differs.
-inline constexpr std::string_view kReordered = "display list, reordered";
+inline constexpr std::string_view kReordered = "reordered display list";
 
 /// Everybody that this build knows, the lower bound first, we second.
 std::span<const Entry> contestants();

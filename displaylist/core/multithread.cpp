@@ -84,7 +84,7 @@ void DisplayListMultithread::perform(std::int32_t index) {
     perform_task(index);
   } catch (...) {
     m_thrown[index] = std::current_exception();
-    m_nextTurn[index] = m_lastTurn[index];
+    m_nextTurn[index] = m_turnCount;
   }
 }
 
@@ -163,17 +163,14 @@ void DisplayListMultithread::have_all(Task task) {
 
 void DisplayListMultithread::draw_queues() {
   follow_renderer();
-  if (m_pOrdered != nullptr) {
-    draw_in_order();
-    end_ordered();
-  } else {
-    lend_contexts();
-    have_all(Task::draw_queue);
-  }
-  for (std::int32_t i = 0; i < m_cThreads; ++i) m_contexts[i].rest();
+  if (m_pOrdered != nullptr) return draw_in_order();
+  lend_contexts();
+  have_all(Task::draw_queue);
 }
 
-void DisplayListMultithread::forget_queues() {
+void DisplayListMultithread::end_release() {
+  end_ordered();
+  for (std::int32_t i = 0; i < m_cThreads; ++i) m_contexts[i].rest();
   std::fill(std::begin(m_queueCount), std::end(m_queueCount), 0);
   m_iNext = 0;
 }
@@ -183,11 +180,10 @@ void DisplayListMultithread::release_queues() {
   try {
     draw_queues();
   } catch (...) {
-    end_ordered();
-    forget_queues();  // memory ran out before everything was drawn
+    end_release();  // memory ran out, or a drawable threw on this thread
     throw;
   }
-  forget_queues();
+  end_release();
   std::exception_ptr thrown;
   for (std::exception_ptr& each : m_thrown) {
     if (each != nullptr) thrown = std::exchange(each, nullptr);

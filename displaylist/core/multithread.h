@@ -44,8 +44,9 @@ class BottomGroup;
 /// 7. A renderer that draws in order (LM_Renderer::ordered_drawing) shows groups
 ///    in the order of the traversal, those too that the calling thread draws
 ///    while something is queued: the workers draw into its collectors, then the
-///    bands of its device. Drawables then find a collector in their list's
-///    m_pRenderer. Any other renderer shows groups in no order, and those of the
+///    bands of its device. Groups then go to any worker, or to the calling thread
+///    where workers would take longer, and drawables find a collector in their
+///    list's m_pRenderer. Any other renderer shows groups in no order, and those of the
 ///    calling thread at once. A renderer that is for one thread, or draws in
 ///    order for another list, has groups drawn by the thread that would queue
 ///    them.
@@ -121,7 +122,7 @@ class DISPLAYLIST_API DisplayListMultithread {
   void have_all(Task task);
   void draw_queues();
   void release_queues();
-  void forget_queues();
+  void end_release();
 
   bool begin_ordered();
   void end_ordered();
@@ -134,6 +135,8 @@ class DISPLAYLIST_API DisplayListMultithread {
   [[nodiscard]] bool pays_alone() const;
   void draw_alone();
   void draw_turns(std::int32_t index);
+  /// The next turn of the same thread.
+  [[nodiscard]] std::int32_t turn_after(std::int32_t turn) const;
   /// Has a group drawn with the bands; false when it is not so light that this pays.
   bool put_off(std::int32_t index, std::int32_t turn);
   static void draw_piece(void* context, std::int32_t thread, std::uint64_t piece,
@@ -160,9 +163,8 @@ class DISPLAYLIST_API DisplayListMultithread {
   std::uint64_t m_nextNumber = 0;             ///< of the next group
   std::uint64_t m_number[kMaxThreads][kFullQueue + 1] = {};  ///< of the queued groups
   Turn m_turns[kMaxThreads * kFullQueue] = {};               ///< the queued groups in order
-  // Which of them each thread has still to draw.
-  std::int32_t m_nextTurn[kMaxThreads] = {};
-  std::int32_t m_lastTurn[kMaxThreads] = {};
+  std::int32_t m_turnCount = 0;
+  std::int32_t m_nextTurn[kMaxThreads] = {};  ///< each thread's; behind the last when it is done
 };
 
 /// Whether no worker has groups of the list still to draw.

@@ -14,11 +14,9 @@ namespace {
 /// So many light groups are drawn in less time than threads take to begin.
 constexpr std::int32_t kFewGroups = 64;
 
-/// Groups lie in memory as they are queued. A thread that draws neighbours reads on
-/// where it has read, so that each gets a part of the whole instead of its queue.
-std::int32_t part_of(std::int32_t count, std::int32_t index, std::int32_t threads) {
-  return count * index / threads;
-}
+/// So many groups that follow each other are drawn by the same thread: they lie in
+/// memory as they are queued, and whoever reads on where it has read waits less.
+constexpr std::int32_t kNeighbours = 16;
 
 }  // namespace
 
@@ -80,20 +78,24 @@ void DisplayListMultithread::line_up() {
     if (next < 0) break;
     m_turns[count++] = {static_cast<std::int16_t>(next), static_cast<std::int16_t>(places[next]++)};
   }
-  for (std::int32_t i = 0; i < m_cThreads; ++i) {
-    m_nextTurn[i] = part_of(count, i, m_cThreads);
-    m_lastTurn[i] = part_of(count, i + 1, m_cThreads);
-  }
+  m_turnCount = count;
+  for (std::int32_t i = 0; i < m_cThreads; ++i) m_nextTurn[i] = i * kNeighbours;
+}
+
+std::int32_t DisplayListMultithread::turn_after(std::int32_t turn) const {
+  const std::int32_t next = turn + 1;
+  return next % kNeighbours != 0 ? next : next + (m_cThreads - 1) * kNeighbours;
 }
 
 void DisplayListMultithread::draw_turns(std::int32_t index) {
-  std::int32_t& next = m_nextTurn[index];
-  for (; next < m_lastTurn[index] && !m_pOrdered->is_full(index); ++next) {
+  std::int32_t next = m_nextTurn[index];  // what others look at lies side by side
+  for (; next < m_turnCount && !m_pOrdered->is_full(index); next = turn_after(next)) {
     if (m_mayPutOff && put_off(index, next)) continue;
     const Turn& turn = m_turns[next];
     m_pOrdered->begin_group(index, number(turn));
     draw_group(turn.queue, turn.place, m_contexts[index]);
   }
+  m_nextTurn[index] = next;
 }
 
 bool DisplayListMultithread::put_off(std::int32_t index, std::int32_t place) {
@@ -114,13 +116,14 @@ void DisplayListMultithread::draw_piece(void* context, std::int32_t thread, std:
 }
 
 bool DisplayListMultithread::has_more() const {
-  return !std::equal(m_nextTurn, m_nextTurn + m_cThreads, m_lastTurn);
+  return std::any_of(m_nextTurn, m_nextTurn + m_cThreads,
+                     [this](std::int32_t turn) { return turn < m_turnCount; });
 }
 
 std::uint64_t DisplayListMultithread::next_number() const {
   std::uint64_t next = std::numeric_limits<std::uint64_t>::max();
   for (std::int32_t i = 0; i < m_cThreads; ++i) {
-    if (m_nextTurn[i] != m_lastTurn[i]) next = std::min(next, number(m_turns[m_nextTurn[i]]));
+    if (m_nextTurn[i] < m_turnCount) next = std::min(next, number(m_turns[m_nextTurn[i]]));
   }
   return next;
 }
@@ -134,9 +137,8 @@ void DisplayListMultithread::draw_bands(std::uint64_t limit) {
 
 bool DisplayListMultithread::pays_alone() const {
   if (m_hasCollected) return false;
-  const std::int32_t count = m_lastTurn[m_cThreads - 1];
-  if (m_cThreads == 1 || !m_mayPutOff || count > kFewGroups) return m_cThreads == 1;
-  return std::all_of(m_turns, m_turns + count, [this](const Turn& turn) {
+  if (m_cThreads == 1 || !m_mayPutOff || m_turnCount > kFewGroups) return m_cThreads == 1;
+  return std::all_of(m_turns, m_turns + m_turnCount, [this](const Turn& turn) {
     DeviceRows rows{};
     return find_light_rows(*m_queue[turn.queue][turn.place], *m_pDisplayList, rows);
   });
@@ -144,8 +146,7 @@ bool DisplayListMultithread::pays_alone() const {
 
 void DisplayListMultithread::draw_alone() {
   m_contexts[0].draw_for(*m_pDisplayList, m_privateRenditions[0]);
-  const std::int32_t count = m_lastTurn[m_cThreads - 1];
-  for (std::int32_t i = 0; i < count; ++i) {
+  for (std::int32_t i = 0; i < m_turnCount; ++i) {
     draw_group(m_turns[i].queue, m_turns[i].place, m_contexts[0]);
   }
 }

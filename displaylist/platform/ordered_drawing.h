@@ -60,7 +60,8 @@ class LM_Ordered_Drawing {
   /// In place of beginning a group that consists of such dots and polylines, and of
   /// drawing it through the collector: the group is the piece, and draw_bands has it
   /// drawn anew for each band that shows one of the rows between the first and the
-  /// last, by the thread that draws the band. False, with nothing done, when these
+  /// last, by the thread that draws the band; for none when the first is behind the
+  /// last. False, with nothing done, when these
   /// bands are too many. May throw std::bad_alloc; then some bands miss the piece.
   [[nodiscard]] virtual bool put_off(std::int32_t thread, std::uint64_t number, std::uint64_t piece,
                                      std::int32_t first_row, std::int32_t last_row) = 0;

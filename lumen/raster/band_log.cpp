@@ -32,7 +32,7 @@ std::uint32_t hold_in(std::vector<LM_Handle<const T>>& held, const T& thing) {
 BandGrid::BandGrid(const Picture& picture, std::int32_t threads) : m_shift(least_shift) {
   const std::int32_t most = std::clamp(threads, 1, most_bands / bands_a_thread) * bands_a_thread;
   const std::int32_t last_row = picture.height() - 1;
-  while (last_row >> m_shift >= most) ++m_shift;
+  while (last_row >> m_shift >= most && m_shift < row_bits) ++m_shift;
   m_row_mask = (1U << m_shift) - 1;
   m_count = picture.is_empty() ? 0 : (last_row >> m_shift) + 1;
 }

@@ -25,6 +25,8 @@ class BandGrid {
   /// lies in few of them.
   static constexpr std::int32_t bands_a_thread = 5;
   static constexpr std::int32_t most_bands = 32;
+  /// A row in its band fits this many bits.
+  static constexpr std::int32_t row_bits = 12;
 
   BandGrid() = default;
   BandGrid(const Picture& picture, std::int32_t threads);
@@ -215,7 +217,7 @@ class BandLog {
 
   // The first word of a step.
   static constexpr std::uint32_t step_bits = 4;
-  static constexpr std::uint32_t row_bits = 12;
+  static constexpr std::uint32_t row_bits = BandGrid::row_bits;
   static constexpr BandStep step_of(std::uint32_t word) {
     return static_cast<BandStep>(word & ((1U << step_bits) - 1));
   }

@@ -87,10 +87,12 @@ void draw_between(std::uint32_t* from, std::uint32_t* to, const Steps& steps, st
   }
 }
 
-/// Whether a line lies wholly to one side of the rectangle.
-bool is_beside(const PixelRectangle& inside, const LM_DCI_Point& from, const LM_DCI_Point& to) {
-  return std::max(from.x, to.x) < inside.min_x || std::min(from.x, to.x) > inside.max_x ||
-         std::max(from.y, to.y) < inside.min_y || std::min(from.y, to.y) > inside.max_y;
+/// A bit for each side of the rectangle that the point lies beyond.
+unsigned sides_beyond(const PixelRectangle& inside, const LM_DCI_Point& point) {
+  return static_cast<unsigned>(point.x < inside.min_x) |
+         static_cast<unsigned>(point.x > inside.max_x) << 1U |
+         static_cast<unsigned>(point.y < inside.min_y) << 2U |
+         static_cast<unsigned>(point.y > inside.max_y) << 3U;
 }
 
 /// A line that is not wholly inside, without its last pixel.
@@ -141,14 +143,17 @@ void draw_plain_clipped(Picture& picture, const PixelRectangle& inside, std::uin
                         std::int32_t count, const LM_DCI_Point* points) {
   if (inside.is_empty()) return;
   const LM_DCI_Point* const last = points + (count - 1);
+  unsigned from = sides_beyond(inside, *points);
   for (; points != last; ++points) {
-    if (inside.contains(points[0]) && inside.contains(points[1])) {
+    const unsigned to = sides_beyond(inside, points[1]);
+    if ((from | to) == 0) {
       draw_plain_inside(picture, word, 2, points);
-    } else if (!is_beside(inside, points[0], points[1])) {
+    } else if ((from & to) == 0) {
       draw_part(picture, inside, word, points[0], points[1]);
     }
+    from = to;
   }
-  if (inside.contains(*last)) draw_plain_inside(picture, word, 1, last);
+  if (from == 0) draw_plain_inside(picture, word, 1, last);
 }
 
 }  // namespace lumen

@@ -33,6 +33,21 @@ TEST(OrderedThreadsOfClients, ShowWhatWasDrawnBeforeSomethingThrew) {
   }
 }
 
+TEST(OrderedThreadsOfClients, LetGoOfTheRendererWhenSomethingThrew) {
+  for (const int workers : {1, 2}) {
+    Page page(0);
+    page.add_leaf({new Throwing}, 0);
+    DisplayListMultithread threads(workers);
+    threads.m_pDisplayList = &page.list;
+    page.list.m_pMultithread = &threads;
+    page.list.m_pRootGroup->draw_unclipped(page.list);
+    EXPECT_THROW(threads.WaitForAllThreads(), std::runtime_error);
+    page.list.m_pMultithread = nullptr;
+    page.list.m_pRenderer = nullptr;
+    EXPECT_FALSE(page.device->is_shared()) << workers << " workers";
+  }
+}
+
 /// An image that cannot be read.
 class TornImage final : public LM_Image {
  public:
