@@ -16,7 +16,7 @@ constexpr std::int32_t kFewGroups = 64;
 
 /// So many groups that follow each other are drawn by the same thread: they lie in
 /// memory as they are queued, and whoever reads on where it has read waits less.
-constexpr std::int32_t kNeighbours = 16;
+constexpr std::int32_t kNeighbours = 128;
 
 }  // namespace
 
@@ -137,11 +137,17 @@ void DisplayListMultithread::draw_bands(std::uint64_t limit) {
 
 bool DisplayListMultithread::pays_alone() const {
   if (m_hasCollected) return false;
-  if (m_cThreads == 1 || !m_mayPutOff || m_turnCount > kFewGroups) return m_cThreads == 1;
-  return std::all_of(m_turns, m_turns + m_turnCount, [this](const Turn& turn) {
+  if (m_cThreads == 1 || !m_mayPutOff) return m_cThreads == 1;
+  // Light groups are read twice, to find the bands and to draw them: that takes all
+  // the time that a second worker saves.
+  if (m_turnCount > kFewGroups && m_cThreads > 2) return false;
+  const std::int32_t step = (m_turnCount + kFewGroups - 1) / kFewGroups;
+  for (std::int32_t i = 0; i < m_turnCount; i += step) {
     DeviceRows rows{};
-    return find_light_rows(*m_queue[turn.queue][turn.place], *m_pDisplayList, rows);
-  });
+    const Turn& turn = m_turns[i];
+    if (!find_light_rows(*m_queue[turn.queue][turn.place], *m_pDisplayList, rows)) return false;
+  }
+  return true;
 }
 
 void DisplayListMultithread::draw_alone() {
