@@ -20,9 +20,15 @@ constexpr LM_RGB32 kPeer{0x009AA7B4};
 constexpr LM_RGB32 kBand{0x00F3E6DC};
 constexpr double kRow = 34.0;
 
-constexpr std::string_view kNames[] = {
-    "display list",   "blocked array",     "flat array",     "packed R-tree of ids",
-    "R*-tree of ids", "Qt graphics scene", "Cairo recording"};
+constexpr std::string_view kNames[] = {kOurs,
+                                       kReordered,
+                                       "blocked array",
+                                       "flat array",
+                                       "packed R-tree of ids",
+                                       "R*-tree of ids",
+                                       "Qt graphics scene",
+                                       "Cairo recording"};
+using Names = std::vector<std::string_view>;
 
 /// The three sizes of windows, from the largest to the smallest.
 struct Size {
@@ -40,18 +46,24 @@ Lettering small(Anchor anchor) {
   return {.color = kFaint, .size = 11.5, .anchor = anchor};
 }
 
+/// Ratios from one 1, 2 or 5 of a power of ten to another.
+struct Range {
+  double smallest = 1.0;
+  double largest = 10.0;
+};
+
 /// One panel of dots on a logarithmic axis of ratios: a row for each contestant.
 class RatioPanel {
  public:
-  RatioPanel(Canvas& canvas, Place corner, double width, double largest)
-      : m_canvas(canvas), m_corner(corner), m_width(width), m_largest(largest) {}
+  RatioPanel(Canvas& canvas, Place corner, double width, const Names& names, const Range& range)
+      : m_canvas(canvas), m_corner(corner), m_width(width), m_names(names), m_range(range) {}
 
   void draw_axis(std::string_view name) const {
     m_canvas.text({m_corner.x, m_corner.y - 18.0}, name, {.size = 13.0, .is_bold = true});
-    const double bottom = m_corner.y + kRow * std::size(kNames);
-    for (double tick = 1.0; tick <= m_largest; tick *= 10.0) {
+    const double bottom = m_corner.y + kRow * static_cast<double>(m_names.size());
+    for (double tick = 0.001; tick <= m_range.largest; tick *= 10.0) {
       for (const double step : {1.0, 2.0, 5.0}) {
-        if (tick * step > m_largest) continue;
+        if (tick * step < 0.99 * m_range.smallest || tick * step > m_range.largest) continue;
         m_canvas.line({x(tick * step), m_corner.y}, {x(tick * step), bottom}, kGrid);
         m_canvas.text({x(tick * step), bottom + 12.0}, three_digits_short(tick * step),
                       small(Anchor::middle));
@@ -65,10 +77,10 @@ class RatioPanel {
     bool is_there = false;
     for (const Size& size : kSizes) {
       const std::string measure = std::string(size.name) + " " + std::string(target);
-      const double ratio = results.ratio(scene, measure, kNames[row]);
+      const double ratio = results.ratio(scene, measure, m_names[row]);
       if (ratio <= 0.0) continue;
       is_there = true;
-      m_canvas.disc({x(std::clamp(ratio, 1.0 / 1.3, m_largest)), y}, size.radius, size.color);
+      m_canvas.disc({x(ratio), y}, size.radius, size.color);
     }
     if (!is_there) m_canvas.text({m_corner.x + 4.0, y}, "no such device", small(Anchor::start));
   }
@@ -79,33 +91,49 @@ class RatioPanel {
     std::snprintf(text, sizeof text, "%g", value);
     return text;
   }
-  /// The axis starts a little below 1.
+  /// The axis starts a little below the smallest.
   [[nodiscard]] double x(double ratio) const {
-    const double part = std::log(ratio * 1.3) / std::log(m_largest * 1.3);
+    const double start = m_range.smallest / 1.3;
+    const double part = std::log(ratio / start) / std::log(m_range.largest / start);
     return m_corner.x + m_width * part;
   }
 
   Canvas& m_canvas;
   Place m_corner;
   double m_width;
-  double m_largest;
+  const Names& m_names;
+  Range m_range;
 };
 
-/// The largest ratio of a scene, up to the next 1, 2 or 5 of a power of ten.
-double largest_ratio(const Results& results, std::string_view scene) {
-  double largest = 10.0;
-  for (const std::string_view name : kNames) {
-    for (const Size& size : kSizes) {
-      for (const char* target : {" null", " raster"}) {
-        largest = std::max(largest, results.ratio(scene, std::string(size.name) + target, name));
-      }
+/// The ratios of somebody in a scene.
+std::vector<double> ratios_of(const Results& results, std::string_view scene,
+                              std::string_view name) {
+  std::vector<double> ratios;
+  for (const Size& size : kSizes) {
+    for (const char* target : {" null", " raster"}) {
+      const double ratio = results.ratio(scene, std::string(size.name) + target, name);
+      if (ratio > 0.0) ratios.push_back(ratio);
     }
   }
-  const double power = std::pow(10.0, std::floor(std::log10(largest)));
-  for (const double step : {1.0, 2.0, 5.0}) {
-    if (largest <= power * step) return power * step;
+  return ratios;
+}
+
+/// The 1, 2 or 5 of a power of ten that is next to the value, not above it.
+double rounded_down(double value) {
+  const double power = std::pow(10.0, std::floor(std::log10(value)));
+  return power * (value >= 5.0 * power ? 5.0 : value >= 2.0 * power ? 2.0 : 1.0);
+}
+
+Range range_of(const Results& results, std::string_view scene, const Names& names) {
+  Range range;
+  for (const std::string_view name : names) {
+    for (const double ratio : ratios_of(results, scene, name)) {
+      // A little less than 1 needs no axis of its own.
+      if (ratio < 0.5) range.smallest = std::min(range.smallest, rounded_down(ratio));
+      range.largest = std::max(range.largest, 1.0 / rounded_down(1.0 / ratio));
+    }
   }
-  return power * 10.0;
+  return range;
 }
 
 void draw_legend(Canvas& canvas, double y, double right) {
@@ -124,20 +152,24 @@ std::string draw_ratios(const Results& results, std::string_view scene, const st
   constexpr double top = 86.0;
   constexpr double width = 370.0;
   constexpr double gap = 50.0;
-  const double height = top + kRow * std::size(kNames) + 48.0;
+  Names names;
+  for (const std::string_view name : kNames) {
+    if (!ratios_of(results, scene, name).empty()) names.push_back(name);
+  }
+  const double height = top + kRow * static_cast<double>(names.size()) + 48.0;
   const double right = left + 2 * width + gap;
   Canvas canvas(static_cast<std::int32_t>(right + 30.0), static_cast<std::int32_t>(height));
   canvas.text({20.0, 26.0}, "Redrawing \"" + std::string(scene) + "\": times the lower bound",
               title());
   draw_legend(canvas, 26.0, right);
   canvas.area({12.0, top}, {right + 12.0, top + kRow}, kBand);
-  const double largest = largest_ratio(results, scene);
-  const RatioPanel null(canvas, {left, top}, width, largest);
-  const RatioPanel raster(canvas, {left + width + gap, top}, width, largest);
+  const Range range = range_of(results, scene, names);
+  const RatioPanel null(canvas, {left, top}, width, names, range);
+  const RatioPanel raster(canvas, {left + width + gap, top}, width, names, range);
   null.draw_axis("nothing drawn");
   raster.draw_axis("into pixels");
-  for (std::size_t row = 0; row < std::size(kNames); ++row) {
-    canvas.text({20.0, top + kRow * (static_cast<double>(row) + 0.5)}, kNames[row],
+  for (std::size_t row = 0; row < names.size(); ++row) {
+    canvas.text({20.0, top + kRow * (static_cast<double>(row) + 0.5)}, names[row],
                 {.is_bold = row == 0});
     null.draw_row(results, scene, "null", row);
     raster.draw_row(results, scene, "raster", row);
@@ -169,7 +201,7 @@ std::vector<Bar> bars_of(const Results& results, std::string_view measure) {
   std::vector<Bar> bars;
   for (const std::string_view name : kNames) {
     const Row* row = results.find("coherent", measure, name);
-    bars.push_back({std::string(name), row == nullptr ? 0.0 : row->value, name == kOurs});
+    if (row != nullptr) bars.push_back({std::string(name), row->value, name == kOurs});
   }
   return bars;
 }
@@ -178,16 +210,16 @@ std::string draw_building(const Results& results, const std::string& path) {
   constexpr double left = 170.0;
   constexpr double top = 84.0;
   constexpr double width = 370.0;
-  const double height = top + 28.0 * std::size(kNames) + 20.0;
+  const std::vector<Bar> bytes = bars_of(results, "bytes");
+  const double height = top + 28.0 * static_cast<double>(bytes.size()) + 20.0;
   Canvas canvas(980, static_cast<std::int32_t>(height));
   canvas.text({20.0, 26.0}, "Building \"coherent\", for each polyline of four points", title());
-  for (std::size_t i = 0; i < std::size(kNames); ++i) {
-    canvas.text({20.0, top + 28.0 * (static_cast<double>(i) + 0.5)}, kNames[i],
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    canvas.text({20.0, top + 28.0 * (static_cast<double>(i) + 0.5)}, bytes[i].name,
                 {.is_bold = i == 0});
   }
   draw_bars(canvas, {left, top}, width, "nanoseconds", bars_of(results, "build"));
-  draw_bars(canvas, {left + width + 50.0, top}, width, "bytes, after the first redraw",
-            bars_of(results, "bytes"));
+  draw_bars(canvas, {left + width + 50.0, top}, width, "bytes, after the first redraw", bytes);
   return canvas.write(path);
 }
 
