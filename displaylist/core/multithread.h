@@ -44,9 +44,9 @@ class BottomGroup;
 /// 7. A renderer that draws in order (LM_Renderer::ordered_drawing) shows groups
 ///    in the order of the traversal, those too that the calling thread draws
 ///    while something is queued: the workers draw into its collectors, then the
-///    bands of its device. Groups then go to any worker, or to the calling thread
-///    where workers would take longer, and drawables find a collector in their
-///    list's m_pRenderer. Any other renderer shows groups in no order, and those of the
+///    bands of its device. Groups of thin plain polylines then go to any
+///    worker, and all groups to the calling thread where workers would take longer.
+///    Drawables find a collector in their list's m_pRenderer. Any other renderer shows groups in no order, and those of the
 ///    calling thread at once. A renderer that is for one thread, or draws in
 ///    order for another list, has groups drawn by the thread that would queue
 ///    them.

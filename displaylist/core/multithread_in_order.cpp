@@ -14,10 +14,6 @@ namespace {
 /// So many light groups are drawn in less time than threads take to begin.
 constexpr std::int32_t kFewGroups = 64;
 
-/// So many groups that follow each other are drawn by the same thread: they lie in
-/// memory as they are queued, and whoever reads on where it has read waits less.
-constexpr std::int32_t kNeighbours = 128;
-
 }  // namespace
 
 bool DisplayListMultithread::begin_ordered() {
@@ -79,12 +75,17 @@ void DisplayListMultithread::line_up() {
     m_turns[count++] = {static_cast<std::int16_t>(next), static_cast<std::int16_t>(places[next]++)};
   }
   m_turnCount = count;
-  for (std::int32_t i = 0; i < m_cThreads; ++i) m_nextTurn[i] = i * kNeighbours;
+  for (std::int32_t i = 0; i < m_cThreads; ++i) {
+    const auto is_own = [i](const Turn& turn) { return turn.queue == i; };
+    m_nextTurn[i] =
+        static_cast<std::int32_t>(std::find_if(m_turns, m_turns + count, is_own) - m_turns);
+  }
 }
 
 std::int32_t DisplayListMultithread::turn_after(std::int32_t turn) const {
-  const std::int32_t next = turn + 1;
-  return next % kNeighbours != 0 ? next : next + (m_cThreads - 1) * kNeighbours;
+  std::int32_t next = turn + 1;
+  while (next < m_turnCount && m_turns[next].queue != m_turns[turn].queue) ++next;
+  return next;
 }
 
 void DisplayListMultithread::draw_turns(std::int32_t index) {
