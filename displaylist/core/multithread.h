@@ -46,10 +46,9 @@ class BottomGroup;
 ///    while something is queued: the workers draw into its collectors, then the
 ///    bands of its device. Groups of thin plain polylines then go to any
 ///    worker, and all groups to the calling thread where workers would take longer.
-///    Drawables find a collector in their list's m_pRenderer. Any other renderer shows groups in no order, and those of the
-///    calling thread at once. A renderer that is for one thread, or draws in
-///    order for another list, has groups drawn by the thread that would queue
-///    them.
+///    Drawables find a collector in their list's m_pRenderer. Any other renderer shows groups in no
+///    order, and those of the calling thread at once. A renderer that is for one thread, or draws
+///    in order for another list, has groups drawn by the thread that would queue them.
 class DISPLAYLIST_API DisplayListMultithread {
  public:
   static constexpr std::int32_t kMaxThreads = 4;
